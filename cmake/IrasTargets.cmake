@@ -1,0 +1,45 @@
+# Helpers that keep the top-level build short: a library is the sources of one
+# folder, a test program the *_test.cpp files of one folder under tests/.
+
+function(iras_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow
+    -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual)
+  if(IRAS_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+endfunction()
+
+function(iras_library name dir)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${dir}/*.cpp)
+  if(NOT sources)
+    # A folder whose code has not landed yet still yields a target to link.
+    add_library(${name} INTERFACE)
+    target_include_directories(${name} INTERFACE ${CMAKE_SOURCE_DIR})
+    target_link_libraries(${name} INTERFACE ${ARGN})
+    return()
+  endif()
+  add_library(${name} STATIC ${sources})
+  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${ARGN})
+  target_compile_definitions(${name} PUBLIC
+    IRAS_SOURCE_DATA_DIR="${CMAKE_SOURCE_DIR}/data")
+  iras_warnings(${name})
+endfunction()
+
+function(iras_tests folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*_test.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  file(GLOB support CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cpp)
+  set(target tests_${folder})
+  add_executable(${target} ${sources} ${support})
+  target_link_libraries(${target} PRIVATE ${ARGN} GTest::gtest GTest::gtest_main GTest::gmock)
+  target_include_directories(${target} PRIVATE ${CMAKE_SOURCE_DIR})
+  target_compile_definitions(${target} PRIVATE
+    IRAS_SOURCE_DATA_DIR="${CMAKE_SOURCE_DIR}/data"
+    IRAS_TEST_FIXTURES_DIR="${CMAKE_SOURCE_DIR}/tests/fixtures")
+  iras_warnings(${target})
+  gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60
+    PROPERTIES ENVIRONMENT "TZ=Asia/Singapore")
+endfunction()

@@ -1,0 +1,33 @@
+// Where a run writes its lines: the run log, the debug log, and the employee
+// error list. The session form backs a sink with a text view, the command-line
+// tool with a file or the terminal, tests with memory.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace iras {
+
+using StringList = std::vector<std::string>;
+
+class LogSink {
+public:
+    virtual ~LogSink() = default;
+    virtual void Append(const std::string& line) = 0;
+    virtual StringList Lines() const = 0;
+    virtual void Clear() = 0;
+};
+
+// Keeps the lines in memory; the default sink of runs and tests.
+class MemoryLog : public LogSink {
+public:
+    void Append(const std::string& line) override { lines_.push_back(line); }
+    StringList Lines() const override { return lines_; }
+    void Clear() override { lines_.clear(); }
+    const StringList& View() const { return lines_; }
+
+private:
+    StringList lines_;
+};
+
+}  // namespace iras
