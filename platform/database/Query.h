@@ -122,6 +122,7 @@ private:
 struct ConnectionConfig {
     std::string driver = "sqlite";  // the embedded default
     std::string location;           // a file for SQLite
+    bool create = false;            // make a new, empty database where none exists
 };
 
 // The named connections of the process. Register("kovadb", {..}) makes every
@@ -132,6 +133,9 @@ public:
     static void Unregister(const std::string& alias);
     static std::shared_ptr<Connection> Get(const std::string& alias);  // throws DatabaseError
 };
+
+// Runs a script of several statements separated by ";" (schema, sample data).
+void ExecScript(const std::string& alias, const std::string& script);
 
 // A transaction on an alias: rolls back in its destructor unless committed.
 class Transaction {
