@@ -3,7 +3,9 @@
 // Money arrives from the database as binary doubles, but IRAS checks the
 // returns against the decimal amounts on the payslips. So rounding works on the
 // decimal value as written (the shortest text that reads back as the same
-// double): 1.005 to two places is 1.01 and 2.675 is 2.68, although their binary
+// double, taken to the 15 significant digits a double holds for certain, so
+// that arithmetic noise such as 0.29 * 100 = 28.999999999999996 reads as 29):
+// 1.005 to two places is 1.01 and 2.675 is 2.68, although their binary
 // approximations lie just below the half. Rounding is half away from zero
 // (-0.125 -> -0.13); truncation cuts toward zero. Both live here and nowhere
 // else, and the database layer's ROUND, TRUNCNUM and money cast call them, so

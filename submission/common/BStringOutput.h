@@ -8,11 +8,17 @@
 // The line grows to hold every field placed, even past the maximum width (the
 // Appendix 8A header reaches column 800 of a 700 record; extra IR8S Section B
 // blocks lengthen a record), and SetEnd blank-pads it to the maximum.
+// A field keeps its width whatever it is given: a value too long for a flag 1
+// or 2 field fills it with "*" (cutting it would leave a wrong but valid-looking
+// amount; the jobs check amounts first), an empty text with flag 1 or 2 gives
+// zeros, a negative integer with flag 2 is written "-0042". A record is one
+// line: only row 0 exists.
 //
 // Records are fixed width in bytes. Text from the database is UTF-8; the
 // builder writes it in Windows-1252, one byte a character, so a name with
-// accents keeps its record's width. A character that Windows-1252 cannot hold
-// is written as "?".
+// accents keeps its record's width. A character that Windows-1252 cannot hold,
+// and each byte that is not valid UTF-8, is written as "?"; a control character
+// (a line break in a name) as a blank.
 #pragma once
 
 #include <cstdint>
