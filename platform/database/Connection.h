@@ -1,0 +1,79 @@
+// The driver behind a database alias: one open database of one engine.
+//
+// Queries, scripts and transactions reach the engine only through this small
+// interface, so that another engine (PostgreSQL) is one more implementation
+// registered under its driver name, and no query changes. A driver takes the
+// payroll's SQL texts as the jobs write them and translates them for its
+// engine itself; it reads a result whole, which is what lets the query go to
+// the first and last row and know its record count.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/database/Query.h"
+
+namespace iras::db {
+
+// Named parameter values, name without the ":" ("YEEmployerId"). Names match
+// without regard to letter case.
+using Parameters = std::vector<std::pair<std::string, Value>>;
+
+struct ResultColumn {
+    std::string name;    // as the engine names the column of the result
+    std::string table;   // the table it was read from; "" for a computed column
+    std::string origin;  // its column in that table; "" for a computed column
+};
+
+struct ResultSet {
+    std::vector<ResultColumn> columns;
+    std::vector<std::vector<Value>> rows;
+    // One key per row when the result came from one table and was asked for
+    // with a row key (see Connection::Select); empty otherwise.
+    std::vector<Value> rowKeys;
+};
+
+class Connection {
+public:
+    virtual ~Connection() = default;
+    Connection() = default;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    virtual const ConnectionConfig& Config() const = 0;
+
+    // Runs one statement and reads all its rows. With keyTable set to the one
+    // table the text reads, each row also carries the key by which UpdateRow
+    // finds it again; a text whose rows cannot be keyed gives no keys.
+    virtual ResultSet Select(const std::string& sql, const Parameters& parameters,
+                             const std::string& keyTable = "") = 0;
+
+    // Runs every statement of the text in turn; the number of rows changed.
+    virtual std::int64_t Execute(const std::string& sql, const Parameters& parameters) = 0;
+
+    // Runs a script of many statements. All of it or none of it is applied,
+    // unless the script manages transactions itself.
+    virtual void ExecScript(const std::string& script) = 0;
+
+    // Writes changed columns of one row, found by its key, back to its table.
+    virtual void UpdateRow(const std::string& table, const Value& rowKey,
+                           const std::vector<std::pair<std::string, Value>>& changes) = 0;
+
+    // Transactions nest: an inner one commits into the outer one.
+    virtual void Begin() = 0;
+    virtual void Commit() = 0;
+    virtual void Rollback() noexcept = 0;
+};
+
+// Opens the database a configuration describes, by its driver name ("sqlite").
+// Throws DatabaseError naming the database when it cannot.
+std::shared_ptr<Connection> OpenConnection(const ConnectionConfig& config);
+
+// Makes another engine available under a driver name (case-insensitive).
+using DriverFactory = std::function<std::shared_ptr<Connection>(const ConnectionConfig&)>;
+void RegisterDriver(const std::string& driver, DriverFactory factory);
+
+}  // namespace iras::db

@@ -1,0 +1,119 @@
+// The named connections of the process, the drivers they open, scripts and
+// transactions on an alias.
+//
+// An alias is registered once (the host registers "kovadb" at start) and its
+// database opens on first use, so that a program that never touches the
+// database never fails on it. Registering an alias again points it at the new
+// database; queries already open keep the rows they have read.
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+#include <mutex>
+
+#include "platform/database/Connection.h"
+#include "platform/database/SqliteConnection.h"
+
+namespace iras::db {
+namespace {
+
+std::string Lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+struct Entry {
+    ConnectionConfig config;
+    std::shared_ptr<Connection> connection;
+};
+
+struct Registry {
+    std::mutex mutex;
+    std::map<std::string, Entry> aliases;
+    std::map<std::string, DriverFactory> drivers{{"sqlite", OpenSqliteConnection}};
+};
+
+Registry& TheRegistry() {
+    static Registry registry;
+    return registry;
+}
+
+}  // namespace
+
+void RegisterDriver(const std::string& driver, DriverFactory factory) {
+    Registry& registry = TheRegistry();
+    std::lock_guard lock(registry.mutex);
+    registry.drivers[Lower(driver)] = std::move(factory);
+}
+
+std::shared_ptr<Connection> OpenConnection(const ConnectionConfig& config) {
+    DriverFactory factory;
+    {
+        Registry& registry = TheRegistry();
+        std::lock_guard lock(registry.mutex);
+        const auto found = registry.drivers.find(Lower(config.driver));
+        if (found == registry.drivers.end()) {
+            throw DatabaseError("There is no database driver \"" + config.driver + "\" for the database \"" +
+                                config.location + "\".");
+        }
+        factory = found->second;
+    }
+    return factory(config);
+}
+
+void ConnectionRegistry::Register(const std::string& alias, const ConnectionConfig& config) {
+    Registry& registry = TheRegistry();
+    std::lock_guard lock(registry.mutex);
+    registry.aliases[Lower(alias)] = Entry{config, nullptr};
+}
+
+void ConnectionRegistry::Unregister(const std::string& alias) {
+    Registry& registry = TheRegistry();
+    std::lock_guard lock(registry.mutex);
+    registry.aliases.erase(Lower(alias));
+}
+
+std::shared_ptr<Connection> ConnectionRegistry::Get(const std::string& alias) {
+    ConnectionConfig config;
+    {
+        Registry& registry = TheRegistry();
+        std::lock_guard lock(registry.mutex);
+        const auto found = registry.aliases.find(Lower(alias));
+        if (found == registry.aliases.end()) {
+            throw DatabaseError("No database is set up under the alias \"" + alias + "\".");
+        }
+        if (found->second.connection) return found->second.connection;
+        config = found->second.config;
+    }
+    // Opened outside the lock: a locked file may keep the driver waiting.
+    std::shared_ptr<Connection> connection = OpenConnection(config);
+    Registry& registry = TheRegistry();
+    std::lock_guard lock(registry.mutex);
+    const auto found = registry.aliases.find(Lower(alias));
+    if (found == registry.aliases.end()) {
+        throw DatabaseError("The database alias \"" + alias + "\" was removed while it was being opened.");
+    }
+    if (!found->second.connection) found->second.connection = connection;
+    return found->second.connection;
+}
+
+void ExecScript(const std::string& alias, const std::string& script) {
+    ConnectionRegistry::Get(alias)->ExecScript(script);
+}
+
+Transaction::Transaction(const std::string& alias) : connection_(ConnectionRegistry::Get(alias)) {
+    connection_->Begin();
+}
+
+Transaction::~Transaction() {
+    if (!done_) connection_->Rollback();
+}
+
+void Transaction::Commit() {
+    if (done_) return;
+    connection_->Commit();
+    done_ = true;
+}
+
+}  // namespace iras::db

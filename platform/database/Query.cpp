@@ -1,0 +1,379 @@
+// The query object of the jobs and the form (see Query.h): SQL text and
+// parameters, a result read whole, a cursor with the payroll's rules, fields by
+// name, and the editable result of a one-table select.
+//
+// Editing follows the payroll's data sets: moving the cursor while a row is
+// being edited posts it first, so a change is not lost by a Next(); closing
+// the query (or changing its SQL) drops a change that was not posted.
+
+#include "platform/database/Query.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <unordered_map>
+
+#include "platform/database/Connection.h"
+#include "platform/database/SqlDialect.h"
+
+namespace iras::db {
+namespace {
+
+std::string Lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+std::string Trim(const std::string& text) {
+    const auto first = text.find_first_not_of(" \t\r\n");
+    if (first == std::string::npos) return "";
+    const auto last = text.find_last_not_of(" \t\r\n");
+    return text.substr(first, last - first + 1);
+}
+
+// A real number as the database shows it: fifteen significant digits, with
+// no trailing zeros and no ".0" on a whole number (1234.5 -> "1234.5",
+// 2023.0 -> "2023", 0.1 + 0.2 -> "0.3").
+std::string RealText(double value) {
+    if (value == 0.0) return "0";  // also for -0.0
+    char buffer[64];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 15);
+    if (result.ec != std::errc()) return std::to_string(value);
+    return std::string(buffer, result.ptr);
+}
+
+std::optional<double> ParseReal(const std::string& text) {
+    std::string trimmed = Trim(text);
+    if (!trimmed.empty() && trimmed.front() == '+') trimmed.erase(0, 1);
+    double value = 0.0;
+    const auto result = std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), value);
+    if (trimmed.empty() || result.ec != std::errc() || result.ptr != trimmed.data() + trimmed.size()) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+std::int64_t RoundToInteger(double value) {
+    if (!std::isfinite(value) || std::fabs(value) >= 9.2e18) return 0;
+    return std::llround(value);
+}
+
+}  // namespace
+
+struct Query::State {
+    std::vector<std::string> lines;
+    Parameters parameters;
+
+    bool active = false;
+    ResultSet result;
+    std::unordered_map<std::string, std::size_t> index;  // lower-case name -> first column of that name
+    std::size_t row = 0;
+    bool eof = true;
+    std::shared_ptr<Connection> connection;
+    std::string table;  // the one table of an editable result; "" otherwise
+
+    bool editing = false;
+    std::vector<Value> editRow;
+    std::vector<bool> changed;
+
+    const Value& ValueAt(std::size_t column) const {
+        static const Value null;
+        if (column >= result.columns.size()) return null;  // a field kept from an earlier result
+        if (editing) return editRow[column];
+        if (!active || result.rows.empty()) return null;
+        return result.rows[row][column];
+    }
+
+    std::string Text() const {
+        std::string text;
+        for (std::size_t k = 0; k < lines.size(); ++k) {
+            if (k) text += "\n";
+            text += lines[k];
+        }
+        return text;
+    }
+
+    // The text for a message: the first line, shortened.
+    std::string Quoted() const {
+        std::string text = Text();
+        const auto end = text.find('\n');
+        if (end != std::string::npos) text = text.substr(0, end) + " ...";
+        if (text.size() > 200) text = text.substr(0, 200) + " ...";
+        return text;
+    }
+};
+
+namespace {
+
+Query::State& StateOf(std::unique_ptr<Query::State>& state) {
+    if (!state) state = std::make_unique<Query::State>();  // a moved-from query starts again
+    return *state;
+}
+
+}  // namespace
+
+Query::Query(std::string alias) : alias_(std::move(alias)), state_(std::make_unique<State>()) {}
+Query::~Query() = default;
+Query::Query(Query&&) noexcept = default;
+Query& Query::operator=(Query&&) noexcept = default;
+
+void Query::ClearSQL() {
+    Close();
+    StateOf(state_).lines.clear();
+}
+
+void Query::SetSQL(const std::string& text) {
+    Close();
+    StateOf(state_).lines = {text};
+}
+
+void Query::AddSQL(const std::string& line) {
+    Close();
+    StateOf(state_).lines.push_back(line);
+}
+
+std::string Query::SQLText() const { return state_ ? state_->Text() : std::string(); }
+
+void Query::SetParam(const std::string& name, Value value) {
+    State& state = StateOf(state_);
+    const std::string key = name.starts_with(":") ? name.substr(1) : name;
+    for (auto& [existing, current] : state.parameters) {
+        if (Lower(existing) == Lower(key)) {
+            current = std::move(value);
+            return;
+        }
+    }
+    state.parameters.emplace_back(key, std::move(value));
+}
+
+void Query::Open() {
+    State& state = StateOf(state_);
+    Close();
+    const std::string text = state.Text();
+    if (Trim(text).empty()) {
+        throw DatabaseError("The query on database alias \"" + alias_ + "\" has no SQL text to run.");
+    }
+    std::shared_ptr<Connection> connection = ConnectionRegistry::Get(alias_);
+    const std::optional<std::string> table = SingleSourceTable(text);
+    ResultSet result = connection->Select(text, state.parameters, table.value_or(""));
+    state.table = table && !result.rowKeys.empty() ? *table : "";
+    state.result = std::move(result);
+    for (std::size_t c = 0; c < state.result.columns.size(); ++c) {
+        // The first of two equal names wins, as in "A JOIN B ... *".
+        state.index.emplace(Lower(state.result.columns[c].name), c);
+    }
+    state.connection = std::move(connection);
+    state.active = true;
+    state.row = 0;
+    state.eof = state.result.rows.empty();
+}
+
+void Query::ExecSQL() {
+    State& state = StateOf(state_);
+    Close();
+    const std::string text = state.Text();
+    if (Trim(text).empty()) {
+        throw DatabaseError("The statement on database alias \"" + alias_ + "\" has no SQL text to run.");
+    }
+    ConnectionRegistry::Get(alias_)->Execute(text, state.parameters);
+}
+
+void Query::Close() {
+    if (!state_) return;
+    State& state = *state_;
+    state.active = false;
+    state.editing = false;
+    state.result = ResultSet{};
+    state.index.clear();
+    state.row = 0;
+    state.eof = true;
+    state.connection.reset();
+    state.table.clear();
+}
+
+bool Query::Active() const { return state_ && state_->active; }
+
+void Query::First() {
+    State& state = StateOf(state_);
+    if (state.editing) Post();
+    state.row = 0;
+    state.eof = !state.active || state.result.rows.empty();
+}
+
+void Query::Next() {
+    State& state = StateOf(state_);
+    if (state.editing) Post();
+    if (state.eof) return;
+    if (state.row + 1 < state.result.rows.size()) {
+        ++state.row;
+    } else {
+        state.eof = true;  // stays on the last row
+    }
+}
+
+void Query::Last() {
+    State& state = StateOf(state_);
+    if (state.editing) Post();
+    const bool empty = !state.active || state.result.rows.empty();
+    state.row = empty ? 0 : state.result.rows.size() - 1;
+    state.eof = empty;
+}
+
+bool Query::Eof() const { return !state_ || state_->eof; }
+
+bool Query::IsEmpty() const { return !Active() || state_->result.rows.empty(); }
+
+int Query::RecordCount() const {
+    return Active() ? static_cast<int>(state_->result.rows.size()) : 0;
+}
+
+bool Query::HasField(const std::string& name) const {
+    return Active() && state_->index.count(Lower(name)) != 0;
+}
+
+Field Query::FieldByName(const std::string& name) {
+    State& state = StateOf(state_);
+    if (!state.active) {
+        throw DatabaseError("Field \"" + name + "\" cannot be read: the query on database alias \"" + alias_ +
+                            "\" is not open (SQL: " + state.Quoted() + ")");
+    }
+    const auto found = state.index.find(Lower(name));
+    if (found == state.index.end()) {
+        throw DatabaseError("The query on database alias \"" + alias_ + "\" has no field \"" + name +
+                            "\" (SQL: " + state.Quoted() + ")");
+    }
+    return Field(this, found->second);
+}
+
+std::vector<std::string> Query::FieldNames() const {
+    std::vector<std::string> names;
+    if (!Active()) return names;
+    for (const auto& column : state_->result.columns) names.push_back(column.name);
+    return names;
+}
+
+void Query::Edit() {
+    State& state = StateOf(state_);
+    if (state.editing) return;
+    if (!state.active) {
+        throw DatabaseError("The query on database alias \"" + alias_ + "\" is not open, so it cannot be edited (SQL: " +
+                            state.Quoted() + ")");
+    }
+    if (state.table.empty()) {
+        throw DatabaseError("The result of this query cannot be edited: it does not read the rows of one table (SQL: " +
+                            state.Quoted() + ")");
+    }
+    if (state.result.rows.empty()) {
+        throw DatabaseError("There is no row of table " + state.table + " to edit (SQL: " + state.Quoted() + ")");
+    }
+    state.editRow = state.result.rows[state.row];
+    state.changed.assign(state.editRow.size(), false);
+    state.editing = true;
+}
+
+void Query::Post() {
+    State& state = StateOf(state_);
+    if (!state.editing) {
+        throw DatabaseError("Post without Edit: no row of the query is being edited (SQL: " + state.Quoted() + ")");
+    }
+    std::vector<std::pair<std::string, Value>> changes;
+    for (std::size_t c = 0; c < state.changed.size(); ++c) {
+        if (!state.changed[c]) continue;
+        const ResultColumn& column = state.result.columns[c];
+        if (column.origin.empty() || Lower(column.table) != Lower(state.table)) {
+            throw DatabaseError("Field \"" + column.name + "\" is computed by the query and cannot be written to table " +
+                                state.table + " (SQL: " + state.Quoted() + ")");
+        }
+        changes.emplace_back(column.origin, state.editRow[c]);
+    }
+    state.connection->UpdateRow(state.table, state.result.rowKeys[state.row], changes);
+    state.result.rows[state.row] = std::move(state.editRow);
+    state.editRow.clear();
+    state.editing = false;
+}
+
+void Query::Cancel() {
+    if (state_) {
+        state_->editing = false;
+        state_->editRow.clear();
+    }
+}
+
+// --- Field ---------------------------------------------------------------
+
+namespace {
+
+const Value& ValueOf(const Query::State& state, std::size_t column) { return state.ValueAt(column); }
+
+}  // namespace
+
+std::string Field::AsString() const {
+    const Value& value = query_->state_->ValueAt(column_);
+    if (const auto* text = std::get_if<std::string>(&value)) return *text;
+    if (const auto* integer = std::get_if<std::int64_t>(&value)) return std::to_string(*integer);
+    if (const auto* real = std::get_if<double>(&value)) return RealText(*real);
+    return "";
+}
+
+double Field::AsFloat() const {
+    const Value& value = ValueOf(*query_->state_, column_);
+    if (const auto* real = std::get_if<double>(&value)) return *real;
+    if (const auto* integer = std::get_if<std::int64_t>(&value)) return static_cast<double>(*integer);
+    if (const auto* text = std::get_if<std::string>(&value)) return ParseReal(*text).value_or(0.0);
+    return 0.0;
+}
+
+std::int64_t Field::AsInteger() const {
+    const Value& value = ValueOf(*query_->state_, column_);
+    if (const auto* integer = std::get_if<std::int64_t>(&value)) return *integer;
+    if (const auto* real = std::get_if<double>(&value)) return RoundToInteger(*real);
+    if (const auto* text = std::get_if<std::string>(&value)) {
+        const std::string trimmed = Trim(*text);
+        std::int64_t whole = 0;
+        const auto result = std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), whole);
+        if (!trimmed.empty() && result.ec == std::errc() && result.ptr == trimmed.data() + trimmed.size()) {
+            return whole;
+        }
+        return RoundToInteger(ParseReal(trimmed).value_or(0.0));
+    }
+    return 0;
+}
+
+Date Field::AsDate() const {
+    const Value& value = ValueOf(*query_->state_, column_);
+    if (const auto* text = std::get_if<std::string>(&value)) return Date::Parse(*text).value_or(Date::Empty());
+    return Date::Empty();
+}
+
+bool Field::IsNull() const {
+    return std::holds_alternative<std::monostate>(ValueOf(*query_->state_, column_));
+}
+
+const std::string& Field::Name() const {
+    static const std::string none;
+    const auto& columns = query_->state_->result.columns;
+    return column_ < columns.size() ? columns[column_].name : none;
+}
+
+namespace {
+
+void SetValue(Query::State& state, std::size_t column, Value value) {
+    if (!state.editing) {
+        throw DatabaseError("Field \"" + state.result.columns[column].name +
+                            "\" can be changed only between Edit and Post (SQL: " + state.Quoted() + ")");
+    }
+    state.editRow[column] = std::move(value);
+    state.changed[column] = true;
+}
+
+}  // namespace
+
+void Field::SetAsString(const std::string& value) { SetValue(*query_->state_, column_, value); }
+void Field::SetAsFloat(double value) { SetValue(*query_->state_, column_, value); }
+void Field::SetAsInteger(std::int64_t value) { SetValue(*query_->state_, column_, value); }
+void Field::SetNull() { SetValue(*query_->state_, column_, std::monostate{}); }
+
+}  // namespace iras::db

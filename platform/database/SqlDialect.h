@@ -1,0 +1,48 @@
+// The payroll server's SQL dialect, and how its texts are made to run on the
+// engine behind a connection.
+//
+// The jobs write their SQL as the payroll server understands it: conditional
+// expressions IF c THEN a ELSE b ENDIF, a select-list alias reused by a later
+// item of the same list ("... AS EmployeeId, FGetEmployeeSysId(EmployeeId)"),
+// TRUNCNUM, CAST(x AS Money), and now and then a number glued to the keyword
+// after it ("10000ORDER BY"). The translation works on tokens, so string
+// literals ('''' inside them included), quoted names and comments come through
+// untouched; only what the engine would misread is changed.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace iras::db {
+
+// The payroll text rewritten for SQLite:
+// - IF c THEN a ELSE b ENDIF (or END IF), nested and with EXISTS(...), becomes
+//   CASE WHEN c THEN a ELSE b END;
+// - an unqualified name that an earlier item of the same select list defined
+//   with "AS name" is replaced by that item's expression in parentheses;
+// - CAST(x AS Money) becomes IRAS_MONEY(x), the four-decimal money rounding
+//   that the SQLite driver registers (ROUND and TRUNCNUM are registered under
+//   their own names);
+// - a blank goes between a number and a name glued to it ("10000ORDER").
+// Everything else (||, replace, TRIM, DATE, "SELECT *, expr") SQLite reads as
+// it stands.
+std::string TranslateForSqlite(std::string_view sql);
+
+// The one table that a plain "SELECT ... FROM table [WHERE ...] [ORDER BY ...]"
+// reads, as written in the text; nothing for joins, unions, DISTINCT, GROUP BY
+// or a select from a subquery. An editable result needs such a text.
+std::optional<std::string> SingleSourceTable(std::string_view sql);
+
+// The text with one more result column put last in the outermost select list
+// ("SELECT * FROM t" with "rowid AS k" gives "SELECT * , rowid AS k FROM t"),
+// where it moves no other column ("ORDER BY 1" still means the first). The
+// text is returned unchanged when its outer select has no FROM.
+std::string WithTrailingColumn(std::string_view sql, std::string_view column);
+
+// True when a script starts, ends or undoes transactions itself (BEGIN,
+// COMMIT, ROLLBACK, SAVEPOINT, RELEASE, VACUUM at the start of a statement), so
+// that it must not be wrapped in one.
+bool ScriptControlsTransactions(std::string_view script);
+
+}  // namespace iras::db

@@ -1,0 +1,391 @@
+// The SQLite driver (see SqliteConnection.h): statements, row reading, the
+// translation cache, savepoint transactions and messages in plain words.
+
+#include "platform/database/SqliteConnection.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <mutex>
+#include <system_error>
+
+#include "platform/database/DatabaseFunctions.h"
+#include "platform/database/SqlDialect.h"
+
+namespace iras::db {
+namespace {
+
+struct DatabaseCloser {
+    void operator()(sqlite3* db) const { sqlite3_close_v2(db); }
+};
+struct StatementFinalizer {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using DatabasePtr = std::unique_ptr<sqlite3, DatabaseCloser>;
+using StatementPtr = std::unique_ptr<sqlite3_stmt, StatementFinalizer>;
+
+// The hidden result column that carries the row key of an editable result.
+constexpr const char* RowKeyColumn = "iras_row_key_";
+
+// A translated text is kept for the next run of the same text; the jobs run
+// the same few texts for every employee.
+constexpr std::size_t TranslationCacheSize = 512;
+
+std::string Lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+std::string Quote(const std::string& name) {
+    std::string quoted = "\"";
+    for (char c : name) {
+        quoted += c;
+        if (c == '"') quoted += '"';
+    }
+    return quoted + "\"";
+}
+
+class SqliteConnection final : public Connection {
+public:
+    explicit SqliteConnection(const ConnectionConfig& config) : config_(config) { OpenFile(); }
+
+    const ConnectionConfig& Config() const override { return config_; }
+
+    ResultSet Select(const std::string& sql, const Parameters& parameters, const std::string& keyTable) override {
+        std::lock_guard lock(mutex_);
+        const std::string translated = Translate(sql);
+        StatementPtr statement;
+        const char* tail = nullptr;
+        bool keyed = false;
+        // A view or a table without row ids cannot be keyed; then the result
+        // is read as it is, and Edit refuses it.
+        const std::string withKey =
+            keyTable.empty() ? std::string() : WithTrailingColumn(translated, std::string("rowid AS ") + RowKeyColumn);
+        if (!withKey.empty() && withKey != translated) {
+            statement = TryPrepare(withKey, &tail);
+            keyed = statement != nullptr;
+        }
+        if (!statement) statement = Prepare(translated, sql, &tail);
+        if (!OnlyBlanks(tail)) {
+            throw DatabaseError(Describe(SQLITE_MISUSE, "a query that reads rows holds one statement only", sql));
+        }
+        Bind(statement.get(), parameters, sql);
+
+        ResultSet result;
+        // The row key, when asked for, is the last column.
+        const int columnCount = sqlite3_column_count(statement.get()) - (keyed ? 1 : 0);
+        for (int c = 0; c < columnCount; ++c) {
+            ResultColumn column;
+            column.name = sqlite3_column_name(statement.get(), c);
+            if (const char* table = sqlite3_column_table_name(statement.get(), c)) column.table = table;
+            if (const char* origin = sqlite3_column_origin_name(statement.get(), c)) column.origin = origin;
+            result.columns.push_back(std::move(column));
+        }
+        for (;;) {
+            const int rc = sqlite3_step(statement.get());
+            if (rc == SQLITE_DONE) break;
+            if (rc != SQLITE_ROW) throw Failure(rc, sql);
+            std::vector<Value> row;
+            row.reserve(static_cast<std::size_t>(columnCount));
+            for (int c = 0; c < columnCount; ++c) row.push_back(ColumnValue(statement.get(), c));
+            result.rows.push_back(std::move(row));
+            if (keyed) result.rowKeys.push_back(ColumnValue(statement.get(), columnCount));
+        }
+        return result;
+    }
+
+    std::int64_t Execute(const std::string& sql, const Parameters& parameters) override {
+        std::lock_guard lock(mutex_);
+        const std::string translated = Translate(sql);
+        std::int64_t changed = 0;
+        const char* next = translated.c_str();
+        while (*next) {
+            const char* tail = nullptr;
+            StatementPtr statement = Prepare(next, sql, &tail);
+            next = tail;
+            if (!statement) continue;  // only blanks or comments were left
+            Bind(statement.get(), parameters, sql);
+            int rc;
+            while ((rc = sqlite3_step(statement.get())) == SQLITE_ROW) {
+            }
+            if (rc != SQLITE_DONE) throw Failure(rc, sql);
+            changed += sqlite3_changes64(db_.get());
+        }
+        return changed;
+    }
+
+    void ExecScript(const std::string& script) override {
+        const bool wrap = sqlite3_get_autocommit(db_.get()) && !ScriptControlsTransactions(script);
+        if (wrap) Begin();
+        try {
+            std::lock_guard lock(mutex_);
+            const std::string translated = TranslateForSqlite(script);
+            const char* next = translated.c_str();
+            int number = 0;
+            while (*next) {
+                const char* start = next;
+                const char* tail = nullptr;
+                sqlite3_stmt* raw = nullptr;
+                int rc = sqlite3_prepare_v2(db_.get(), start, -1, &raw, &tail);
+                StatementPtr statement(raw);
+                next = tail ? tail : start + std::char_traits<char>::length(start);
+                if (rc == SQLITE_OK && !statement) continue;  // only blanks or comments were left
+                ++number;
+                if (rc == SQLITE_OK) {
+                    while ((rc = sqlite3_step(statement.get())) == SQLITE_ROW) {
+                    }
+                    if (rc == SQLITE_DONE) continue;
+                }
+                const int code = sqlite3_extended_errcode(db_.get());
+                std::string text(start, static_cast<std::size_t>(next - start));
+                const auto first = text.find_first_not_of(" \t\r\n");
+                text = first == std::string::npos ? "" : text.substr(first);
+                if (text.size() > 300) text = text.substr(0, 300) + "...";
+                throw DatabaseError(Describe(code, sqlite3_errmsg(db_.get()),
+                                             "statement " + std::to_string(number) + " of the script: " + text),
+                                    code);
+            }
+        } catch (...) {
+            if (wrap) Rollback();
+            throw;
+        }
+        if (wrap) Commit();
+    }
+
+    void UpdateRow(const std::string& table, const Value& rowKey,
+                   const std::vector<std::pair<std::string, Value>>& changes) override {
+        if (changes.empty()) return;
+        std::string sql = "UPDATE " + Quote(table) + " SET ";
+        Parameters parameters;
+        for (std::size_t k = 0; k < changes.size(); ++k) {
+            if (k) sql += ", ";
+            const std::string name = "v" + std::to_string(k);
+            sql += Quote(changes[k].first) + " = :" + name;
+            parameters.emplace_back(name, changes[k].second);
+        }
+        sql += " WHERE rowid = :key";
+        parameters.emplace_back("key", rowKey);
+        std::lock_guard lock(mutex_);
+        const char* tail = nullptr;
+        StatementPtr statement = Prepare(sql, sql, &tail);
+        Bind(statement.get(), parameters, sql);
+        const int rc = sqlite3_step(statement.get());
+        if (rc != SQLITE_DONE) throw Failure(rc, sql);
+        if (sqlite3_changes(db_.get()) != 1) {
+            throw DatabaseError("The row being edited in table " + table + " of database \"" + config_.location +
+                                "\" no longer exists; nothing was written.");
+        }
+    }
+
+    void Begin() override { Control("SAVEPOINT iras_transaction"); }
+    void Commit() override { Control("RELEASE iras_transaction"); }
+    void Rollback() noexcept override {
+        std::lock_guard lock(mutex_);
+        sqlite3_exec(db_.get(), "ROLLBACK TO iras_transaction; RELEASE iras_transaction", nullptr, nullptr, nullptr);
+    }
+
+private:
+    void OpenFile() {
+        namespace fs = std::filesystem;
+        const std::string& location = config_.location;
+        if (location.empty()) {
+            throw DatabaseError("No database file is configured for this database alias.");
+        }
+        std::error_code error;
+        const auto status = fs::status(location, error);
+        if (fs::is_directory(status)) {
+            throw DatabaseError("The database file \"" + location + "\" is a folder, not a database file.");
+        }
+        if (!fs::exists(status) && !config_.create) {
+            throw DatabaseError("The database file \"" + location + "\" does not exist.", SQLITE_CANTOPEN);
+        }
+        sqlite3* raw = nullptr;
+        const int flags = SQLITE_OPEN_READWRITE | (config_.create ? SQLITE_OPEN_CREATE : 0);
+        const int rc = sqlite3_open_v2(location.c_str(), &raw, flags, nullptr);
+        db_.reset(raw);
+        if (rc != SQLITE_OK) {
+            const fs::path folder = fs::path(location).parent_path();
+            if (!fs::exists(status) && !folder.empty() && !fs::is_directory(folder, error)) {
+                throw DatabaseError("The database file \"" + location +
+                                        "\" cannot be created: its folder does not exist.",
+                                    rc);
+            }
+            throw DatabaseError(Describe(rc, raw ? sqlite3_errmsg(raw) : sqlite3_errstr(rc), ""), rc);
+        }
+        sqlite3_extended_result_codes(db_.get(), 1);
+        sqlite3_busy_timeout(db_.get(), SqliteBusyTimeoutMs);
+        functions_ = std::make_unique<DatabaseFunctions>(db_.get());
+        // SQLite reads the file only at the first statement: read it now, so
+        // that a file that is not a database, or one locked by another
+        // program, is reported when the alias opens.
+        const int probe = sqlite3_exec(db_.get(), "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+        if (probe != SQLITE_OK) {
+            const int code = sqlite3_extended_errcode(db_.get());
+            const std::string message = Describe(code, sqlite3_errmsg(db_.get()), "");
+            functions_.reset();
+            db_.reset();
+            throw DatabaseError(message, code);
+        }
+    }
+
+    // What went wrong, in plain words, naming the file and, where there is
+    // one, the SQL.
+    std::string Describe(int code, const std::string& engineMessage, const std::string& sql) const {
+        const std::string file = "\"" + config_.location + "\"";
+        std::string text;
+        switch (code & 0xff) {
+            case SQLITE_BUSY:
+            case SQLITE_LOCKED:
+                text = "The database " + file + " is locked by another program (still busy after " +
+                       std::to_string(SqliteBusyTimeoutMs / 1000) +
+                       " seconds). Close the other program or try again later.";
+                break;
+            case SQLITE_NOTADB:
+                text = "The file " + file + " is not a database (it may be damaged or a file of another kind).";
+                break;
+            case SQLITE_CORRUPT:
+                text = "The database " + file + " is damaged.";
+                break;
+            case SQLITE_READONLY:
+                text = "The database " + file + " can only be read: nothing can be written to it.";
+                break;
+            case SQLITE_CANTOPEN:
+                text = "The database file " + file + " cannot be opened.";
+                break;
+            case SQLITE_FULL:
+                text = "The disk holding the database " + file + " is full.";
+                break;
+            case SQLITE_PERM:
+            case SQLITE_AUTH:
+                text = "Access to the database " + file + " is not permitted.";
+                break;
+            case SQLITE_IOERR:
+                text = "The database " + file + " could not be read or written (input/output error).";
+                break;
+            default:
+                text = "Error in database " + file + ".";
+                break;
+        }
+        text += " (" + engineMessage + ")";
+        if (!sql.empty()) text += "\nSQL: " + sql;
+        return text;
+    }
+
+    DatabaseError Failure(int rc, const std::string& sql) const {
+        const int code = sqlite3_extended_errcode(db_.get());
+        return DatabaseError(Describe(code ? code : rc, sqlite3_errmsg(db_.get()), sql), code ? code : rc);
+    }
+
+    std::string Translate(const std::string& sql) {
+        const auto found = translations_.find(sql);
+        if (found != translations_.end()) return found->second;
+        if (translations_.size() >= TranslationCacheSize) translations_.clear();
+        return translations_.emplace(sql, TranslateForSqlite(sql)).first->second;
+    }
+
+    // Prepares the first statement of text (translated); original is the text
+    // as the caller wrote it, for messages. Null when only blanks were left.
+    StatementPtr Prepare(const std::string& text, const std::string& original, const char** tail) {
+        return Prepare(text.c_str(), original, tail);
+    }
+
+    StatementPtr Prepare(const char* text, const std::string& original, const char** tail) {
+        sqlite3_stmt* raw = nullptr;
+        const int rc = sqlite3_prepare_v2(db_.get(), text, -1, &raw, tail);
+        StatementPtr statement(raw);
+        if (rc != SQLITE_OK) throw Failure(rc, original);
+        return statement;
+    }
+
+    // True when what follows a statement is nothing but blanks, ";" and comments.
+    bool OnlyBlanks(const char* tail) {
+        if (!tail || !*tail) return true;
+        sqlite3_stmt* raw = nullptr;
+        const int rc = sqlite3_prepare_v2(db_.get(), tail, -1, &raw, nullptr);
+        sqlite3_finalize(raw);
+        return rc == SQLITE_OK && raw == nullptr;
+    }
+
+    StatementPtr TryPrepare(const std::string& text, const char** tail) {
+        sqlite3_stmt* raw = nullptr;
+        if (sqlite3_prepare_v2(db_.get(), text.c_str(), -1, &raw, tail) != SQLITE_OK) {
+            sqlite3_finalize(raw);
+            return nullptr;
+        }
+        return StatementPtr(raw);
+    }
+
+    // Binds every named parameter of the statement; a parameter without a
+    // value is an error rather than a silent NULL.
+    void Bind(sqlite3_stmt* statement, const Parameters& parameters, const std::string& sql) {
+        const int count = sqlite3_bind_parameter_count(statement);
+        for (int index = 1; index <= count; ++index) {
+            const char* rawName = sqlite3_bind_parameter_name(statement, index);
+            if (!rawName) {
+                throw DatabaseError(Describe(SQLITE_RANGE, "a parameter without a name (\"?\") cannot be set", sql));
+            }
+            const std::string name = Lower(rawName + 1);
+            const auto found = std::find_if(parameters.begin(), parameters.end(),
+                                            [&](const auto& p) { return Lower(p.first) == name; });
+            if (found == parameters.end()) {
+                throw DatabaseError(Describe(SQLITE_RANGE, std::string("no value was given for parameter ") + rawName,
+                                             sql));
+            }
+            int rc = SQLITE_OK;
+            const Value& value = found->second;
+            if (std::holds_alternative<std::monostate>(value)) {
+                rc = sqlite3_bind_null(statement, index);
+            } else if (const auto* integer = std::get_if<std::int64_t>(&value)) {
+                rc = sqlite3_bind_int64(statement, index, *integer);
+            } else if (const auto* real = std::get_if<double>(&value)) {
+                rc = sqlite3_bind_double(statement, index, *real);
+            } else {
+                const auto& text = std::get<std::string>(value);
+                rc = sqlite3_bind_text64(statement, index, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+            }
+            if (rc != SQLITE_OK) throw Failure(rc, sql);
+        }
+    }
+
+    static Value ColumnValue(sqlite3_stmt* statement, int column) {
+        switch (sqlite3_column_type(statement, column)) {
+            case SQLITE_INTEGER:
+                return static_cast<std::int64_t>(sqlite3_column_int64(statement, column));
+            case SQLITE_FLOAT:
+                return sqlite3_column_double(statement, column);
+            case SQLITE_NULL:
+                return std::monostate{};
+            default: {
+                const auto* text = static_cast<const char*>(sqlite3_column_blob(statement, column));
+                const int bytes = sqlite3_column_bytes(statement, column);
+                return std::string(text ? text : "", static_cast<std::size_t>(bytes));
+            }
+        }
+    }
+
+    void Control(const char* sql) {
+        std::lock_guard lock(mutex_);
+        if (sqlite3_exec(db_.get(), sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw Failure(SQLITE_ERROR, sql);
+    }
+
+    ConnectionConfig config_;
+    std::recursive_mutex mutex_;
+    std::map<std::string, std::string> translations_;
+    // Declared after db_ so that the functions' statements are finalized
+    // before the database closes.
+    DatabasePtr db_;
+    std::unique_ptr<DatabaseFunctions> functions_;
+};
+
+}  // namespace
+
+std::shared_ptr<Connection> OpenSqliteConnection(const ConnectionConfig& config) {
+    return std::make_shared<SqliteConnection>(config);
+}
+
+}  // namespace iras::db

@@ -1,0 +1,207 @@
+// The payroll server's SQL forms run on SQLite: conditionals, select-list
+// aliases, the glued number, and rounding that agrees with the records. Each
+// expected value is worked out by hand from the rows the test inserts.
+
+#include <gtest/gtest.h>
+
+#include "platform/common/CommonLibrary.h"
+#include "platform/database/SqlDialect.h"
+#include "tests/database/query_fixture.h"
+
+namespace iras::db::testing {
+namespace {
+
+class Dialect : public ScratchDatabase {
+protected:
+    void SetUp() override {
+        ScratchDatabase::SetUp();
+        Run("CREATE TABLE t (k INTEGER, v REAL);"
+            "INSERT INTO t VALUES (1, -5), (2, 0), (3, 7.5);");
+    }
+
+    // Column name of every row, in order, as text.
+    std::vector<std::string> Column(const std::string& sql, const std::string& name) {
+        Query query = Open(sql);
+        std::vector<std::string> values;
+        for (query.First(); !query.Eof(); query.Next()) values.push_back(query.FieldByName(name).AsString());
+        return values;
+    }
+};
+
+using Values = std::vector<std::string>;
+
+TEST_F(Dialect, IfThenElseEndifChoosesItsBranchRowByRow) {
+    EXPECT_EQ(Column("SELECT (IF (v < 0) THEN 0 ELSE v ENDIF) AS c FROM t ORDER BY k", "c"),
+              (Values{"0", "0", "7.5"}));
+    // Nested, and closed with the two-word END IF.
+    EXPECT_EQ(Column("SELECT IF v < 0 THEN 'neg' ELSE IF v = 0 THEN 'zero' ELSE 'pos' ENDIF END IF AS c "
+                     "FROM t ORDER BY k",
+                     "c"),
+              (Values{"neg", "zero", "pos"}));
+}
+
+TEST_F(Dialect, IfExistsPicksTheSubqueryRowOrTheEmptyDate) {
+    Run("CREATE TABLE Emp (PersonalSysId INTEGER, YEYear INTEGER, Cessation TEXT);"
+        "INSERT INTO Emp VALUES (1, 2023, '2023-06-30'), (2, 2022, '2022-01-31');");
+    const std::string sql =
+        "SELECT PersonalSysId, (IF EXISTS(SELECT Cessation FROM Emp WHERE PersonalSysId = A.PersonalSysId "
+        "           AND YEYear = 2023) THEN    (SELECT Cessation FROM Emp WHERE PersonalSysId = A.PersonalSysId"
+        "     AND YEYear = 2023)  ELSE '1899-12-30'  ENDIF) AS SupCessation FROM Emp A ORDER BY PersonalSysId";
+    EXPECT_EQ(Column(sql, "SupCessation"), (Values{"2023-06-30", "1899-12-30"}));
+}
+
+TEST_F(Dialect, IfWithoutEndifIsLeftForTheEngine) {
+    // Scripts say CREATE TABLE IF NOT EXISTS; that IF is no expression.
+    Run("CREATE TABLE IF NOT EXISTS t (k INTEGER);");
+    EXPECT_EQ(Scalar("SELECT count(*) AS n FROM t"), "3");
+}
+
+TEST_F(Dialect, SupplementaryPaymentEndsOnTheLastDayOfTheBasisYearUnlessCeasedWithinIt) {
+    Run("CREATE TABLE Emp (k INTEGER, Cessation TEXT);"
+        "INSERT INTO Emp VALUES (1, '2024-02-01'), (2, '1899-12-30'), (3, '2023-06-30');");
+    const std::string sql =
+        "SELECT (IF YEAR(Cessation) > 2023 OR Cessation='1899-12-30' THEN    DATE('2023' || '-12-31')  "
+        "ELSE Cessation  ENDIF) AS SupPaymentTo FROM Emp ORDER BY k";
+    EXPECT_EQ(Column(sql, "SupPaymentTo"), (Values{"2023-12-31", "2023-12-31", "2023-06-30"}));
+}
+
+TEST_F(Dialect, AliasesChainThroughLaterItemsOfTheSelectList) {
+    // v = 7.5: a = 7.5, b = 8.5, c = 85, d = 85 - 7.5 = 77.5.
+    Query query = Open("SELECT v AS a, a + 1 AS b, b * 10 AS c, (c - a) AS d, * FROM t WHERE k = 3");
+    EXPECT_EQ(query.FieldByName("b").AsString(), "8.5");
+    EXPECT_EQ(query.FieldByName("c").AsString(), "85");
+    EXPECT_EQ(query.FieldByName("d").AsString(), "77.5");
+    EXPECT_EQ(query.FieldByName("k").AsInteger(), 3);  // "*" after the computed items
+}
+
+TEST_F(Dialect, QualifiedNamesAndFunctionNamesAreNotAliases) {
+    // "k" is an alias here, yet t.k is the column; "t" is an alias, yet t.k
+    // names the table; "Year" is an alias, yet YEAR(...) is the function.
+    Query query = Open("SELECT 100 AS k, 50 AS t, t.k AS tk, 1 AS Year, YEAR('2023-05-01') AS y, k + 1 AS k1 "
+                       "FROM t WHERE t.k = 2");
+    EXPECT_EQ(query.FieldByName("tk").AsInteger(), 2);
+    EXPECT_EQ(query.FieldByName("y").AsInteger(), 2023);
+    EXPECT_EQ(query.FieldByName("k1").AsInteger(), 101);
+}
+
+TEST_F(Dialect, StringLiteralsComeThroughUntouched) {
+    // A literal that holds a doubled quote, IF ... ENDIF, an alias name and a
+    // glued number must reach the engine exactly as written.
+    Query query = Open("SELECT 'x' AS a, 'it''s IF a ENDIF 10ORDER' AS b, a || b AS c");
+    EXPECT_EQ(query.FieldByName("b").AsString(), "it's IF a ENDIF 10ORDER");
+    EXPECT_EQ(query.FieldByName("c").AsString(), "xit's IF a ENDIF 10ORDER");
+}
+
+TEST_F(Dialect, ItemWithoutAliasKeepsItsWrittenColumnName) {
+    Query query = Open("SELECT v AS a, a FROM t WHERE k = 3");
+    ASSERT_EQ(query.FieldNames().size(), 2u);
+    EXPECT_EQ(query.FieldNames()[1], "a");
+}
+
+TEST_F(Dialect, NumberGluedToKeywordIsSeparated) {
+    // The supplementary year list of the session form, as it stands.
+    EXPECT_EQ(Column("SELECT DISTINCT k, (k - 1) AS Year FROM t WHERE k < 10000ORDER BY k DESC", "Year"),
+              (Values{"2", "1", "0"}));
+    // An exponent is part of its number.
+    EXPECT_EQ(Scalar("SELECT 1e2 + 1.5E-1 AS x"), "100.15");
+}
+
+TEST_F(Dialect, StarBeforeAndAfterComputedItems) {
+    Query before = Open("SELECT *, v * 2 AS w FROM t WHERE k = 3");
+    EXPECT_EQ(before.FieldByName("w").AsString(), "15");
+    Query after = Open("SELECT (v * 2) AS w , *  FROM t WHERE k = 3");
+    EXPECT_EQ(after.FieldByName("v").AsString(), "7.5");
+}
+
+TEST_F(Dialect, EmployerNameLosesApostropheSemicolonAndCaret) {
+    Run("CREATE TABLE YEEmployer (YEEmployerId TEXT, ERName1 TEXT, ERName2 TEXT);"
+        "INSERT INTO YEEmployer VALUES ('E1', 'O''Neil; ^Co', '  Pte ');");
+    EXPECT_EQ(Scalar("Select (TRIM(replace(replace(replace(ERName1,'''',''),';',''),'^','')) || ' ' || "
+                     "TRIM(replace(replace(replace(ERName2,'''',''),';',''),'^',''))) AS EmployerName , *  "
+                     "FROM YEEmployer WHERE YEEmployerId = 'E1'"),
+              "ONeil Co Pte");
+}
+
+// --- rounding ---------------------------------------------------------------
+
+TEST_F(Dialect, RoundAndTruncnumAgreeWithTheCommonLibrary) {
+    struct Case {
+        const char* literal;
+        double value;
+        const char* rounded;    // ROUND(x, 2), half away from zero on the decimal
+        const char* truncated;  // TRUNCNUM(x, 2), toward zero
+    };
+    const Case cases[] = {
+        {"1.005", 1.005, "1.01", "1"},
+        {"2.675", 2.675, "2.68", "2.67"},
+        {"1234.565", 1234.565, "1234.57", "1234.56"},
+        {"-0.125", -0.125, "-0.13", "-0.12"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.literal);
+        Query query = Open(std::string("SELECT ROUND(") + c.literal + ", 2) AS r, TRUNCNUM(" + c.literal +
+                           ", 2) AS t, TRUNCNUM(" + c.literal + ", 0) AS t0");
+        EXPECT_EQ(query.FieldByName("r").AsString(), c.rounded);
+        EXPECT_EQ(query.FieldByName("t").AsString(), c.truncated);
+        EXPECT_EQ(query.FieldByName("r").AsFloat(), _Round(c.value, 2));
+        EXPECT_EQ(query.FieldByName("t").AsFloat(), _Trunc(c.value, 2));
+        EXPECT_EQ(query.FieldByName("t0").AsFloat(), _Trunc(c.value, 0));
+    }
+    // A difference is rounded on its decimal value: 1.15 - 1 is 0.15, so 0.2
+    // (binary 0.1499999999999999 would give 0.1), and 0.29 * 100 cuts to 29.
+    EXPECT_EQ(Scalar("SELECT ROUND(1.15 - 1, 1) AS r"), "0.2");
+    EXPECT_EQ(Scalar("SELECT TRUNCNUM(0.29 * 100, 0) AS t"), "29");
+    // A stored REAL rounds the same as the literal.
+    Run("INSERT INTO t VALUES (9, 2.675);");
+    EXPECT_EQ(Scalar("SELECT ROUND(v, 2) AS r FROM t WHERE k = 9"), "2.68");
+    EXPECT_TRUE(Open("SELECT ROUND(NULL, 2) AS r").FieldByName("r").IsNull());
+}
+
+TEST_F(Dialect, MoneyCastKeepsFourDecimals) {
+    Query query = Open("SELECT CAST(1.00005 AS Money) AS m1, CAST(-2.123449 AS Money) AS m2, "
+                       "CAST(2.675 AS Money) AS m3, CAST('12' AS INTEGER) + 1 AS i");
+    EXPECT_EQ(query.FieldByName("m1").AsString(), "1.0001");
+    EXPECT_EQ(query.FieldByName("m2").AsString(), "-2.1234");
+    EXPECT_EQ(query.FieldByName("m3").AsString(), "2.675");
+    EXPECT_EQ(query.FieldByName("i").AsString(), "13");  // other casts are the engine's
+}
+
+TEST_F(Dialect, TotalIncomeIsTheSumOfTheDollarFieldsPrinted) {
+    Run("CREATE TABLE Pay (k INTEGER, GrossTotal REAL, ContratualBonus REAL, NonContratualBonus REAL, "
+        "DirectorFee REAL, Commission REAL, Pension REAL);"
+        // Row 1: gross 4999.995 -> 5000.00 -> 5000; bonus 1000.5 + 0.499 = 1000.999 -> 1001.00 -> 1001;
+        // fee 0.994 -> 0.99 -> 0; commission -50 clamps to 0, others 0 + 99.995 -> 100.00 -> 100.
+        // Amt = 5000 + 1001 + 0 + 100 = 6101.
+        "INSERT INTO Pay VALUES (1, 4999.995, 1000.5, 0.499, 0.994, -50, 99.995);"
+        // Row 2: every part 0.6 -> 0, so Amt = 0 although the parts add up to 2.4.
+        "INSERT INTO Pay VALUES (2, 0.6, 0.3, 0.3, 0.6, 0.6, 0);");
+    const std::string sql =
+        "SELECT (ContratualBonus + NonContratualBonus) AS Bonus, "
+        "(IF (Commission < 0) THEN 0 ELSE Commission ENDIF) AS CommissionAmt, "
+        "(CommissionAmt +  Pension) AS OthersAmt, "
+        "(TRUNCNUM(ROUND(CAST(GrossTotal AS Money), 2), 0) +  TRUNCNUM(ROUND(CAST(Bonus AS Money), 2), 0) +  "
+        "TRUNCNUM(ROUND(CAST(DirectorFee AS Money), 2), 0) +  TRUNCNUM(ROUND(CAST(OthersAmt AS Money), 2), 0)) "
+        "AS Amt, * FROM Pay ORDER BY k";
+    EXPECT_EQ(Column(sql, "Amt"), (Values{"6101", "0"}));
+    EXPECT_EQ(Column(sql, "OthersAmt"), (Values{"99.995", "0.6"}));
+}
+
+TEST(DialectText, ScriptsThatManageTheirOwnTransactionsAreRecognised) {
+    EXPECT_TRUE(ScriptControlsTransactions("BEGIN TRANSACTION; INSERT INTO t VALUES (1); COMMIT;"));
+    EXPECT_FALSE(ScriptControlsTransactions(
+        "CREATE TRIGGER g AFTER INSERT ON t BEGIN UPDATE t SET k = 1; END; INSERT INTO t VALUES ('BEGIN');"));
+}
+
+TEST(DialectText, OnlyPlainOneTableSelectsAreEditable) {
+    EXPECT_EQ(SingleSourceTable("Select * from subregistry where Registryid = 'YEPRocess' and "
+                                "SubRegistryId = 'TaxEmployerBasisYear'"),
+              "subregistry");
+    EXPECT_EQ(SingleSourceTable("SELECT a, b FROM t ORDER BY a, b"), "t");
+    EXPECT_FALSE(SingleSourceTable("SELECT * FROM a JOIN b ON a.x = b.x"));
+    EXPECT_FALSE(SingleSourceTable("SELECT * FROM a, b"));
+    EXPECT_FALSE(SingleSourceTable("SELECT DISTINCT x FROM a"));
+    EXPECT_FALSE(SingleSourceTable("SELECT * FROM (SELECT * FROM a)"));
+}
+
+}  // namespace
+}  // namespace iras::db::testing

@@ -1,0 +1,397 @@
+// The query object and the connections behind an alias: cursor rules, field
+// reading, parameters, editing the subregistry row, scripts, transactions,
+// the payroll's database functions, and the bad databases an administrator
+// meets (missing, not a database, locked by another program).
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <chrono>
+#include <fstream>
+
+#include "tests/database/query_fixture.h"
+
+namespace iras::db::testing {
+namespace {
+
+using ::testing::HasSubstr;
+
+// --- opening a database -----------------------------------------------------
+
+class BadDatabase : public ScratchDatabase {
+protected:
+    void TearDown() override {
+        ConnectionRegistry::Unregister("baddb");
+        ScratchDatabase::TearDown();
+    }
+
+    // The message of the error that opening path under "baddb" gives.
+    std::string OpenError(const std::string& path) {
+        ConnectionRegistry::Register("baddb", ConnectionConfig{"sqlite", path, false});
+        Query query("baddb");
+        query.SetSQL("SELECT 1 AS x");
+        try {
+            query.Open();
+        } catch (const DatabaseError& error) {
+            return error.what();
+        }
+        ADD_FAILURE() << "opening " << path << " did not fail";
+        return "";
+    }
+};
+
+struct SqliteCloser {
+    void operator()(sqlite3* db) const { sqlite3_close(db); }
+};
+
+// Another program's connection holding a lock on the file.
+std::unique_ptr<sqlite3, SqliteCloser> LockFile(const std::string& path, const char* begin) {
+    sqlite3* raw = nullptr;
+    EXPECT_EQ(sqlite3_open(path.c_str(), &raw), SQLITE_OK);
+    std::unique_ptr<sqlite3, SqliteCloser> db(raw);
+    EXPECT_EQ(sqlite3_exec(raw, begin, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(raw);
+    return db;
+}
+
+TEST_F(BadDatabase, MissingFileIsNamedAndNotCreated) {
+    const std::string path = (folder_ / "absent.db").string();
+    const std::string message = OpenError(path);
+    EXPECT_THAT(message, HasSubstr(path));
+    EXPECT_THAT(message, HasSubstr("does not exist"));
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(BadDatabase, FileThatIsNotADatabaseIsNamed) {
+    const std::string path = (folder_ / "notes.db").string();
+    std::ofstream(path) << std::string(2048, 'x') << "\nThis is a text file, not a payroll database.\n";
+    const std::string message = OpenError(path);
+    EXPECT_THAT(message, HasSubstr(path));
+    EXPECT_THAT(message, HasSubstr("not a database"));
+}
+
+TEST_F(BadDatabase, DatabaseLockedByAnotherProgramIsNamedWithinSeconds) {
+    Run("CREATE TABLE t (k INTEGER); INSERT INTO t VALUES (1);");
+    {
+        // Held before the alias opens: even reading is refused.
+        auto other = LockFile(path_, "BEGIN EXCLUSIVE; UPDATE t SET k = 2;");
+        const auto start = std::chrono::steady_clock::now();
+        const std::string message = OpenError(path_);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+        EXPECT_THAT(message, HasSubstr(path_));
+        EXPECT_THAT(message, HasSubstr("locked"));
+    }
+    // Held while the alias is open: reading goes on, writing is refused.
+    auto other = LockFile(path_, "BEGIN IMMEDIATE; UPDATE t SET k = 3;");
+    EXPECT_EQ(Scalar("SELECT k FROM t"), "1");
+    Query update(Alias);
+    update.SetSQL("UPDATE t SET k = 4");
+    try {
+        update.ExecSQL();
+        ADD_FAILURE() << "writing to a locked database did not fail";
+    } catch (const DatabaseError& error) {
+        EXPECT_THAT(std::string(error.what()), HasSubstr(path_));
+        EXPECT_THAT(std::string(error.what()), HasSubstr("locked"));
+    }
+}
+
+TEST_F(BadDatabase, UnknownAliasIsNamed) {
+    Query query("nosuchalias");
+    query.SetSQL("SELECT 1 AS x");
+    try {
+        query.Open();
+        FAIL() << "an unknown alias opened";
+    } catch (const DatabaseError& error) {
+        EXPECT_THAT(std::string(error.what()), HasSubstr("nosuchalias"));
+    }
+}
+
+// --- reading a result -------------------------------------------------------
+
+class Reading : public ScratchDatabase {
+protected:
+    void SetUp() override {
+        ScratchDatabase::SetUp();
+        Run("CREATE TABLE t (k INTEGER, name TEXT, amount REAL, year INTEGER, day TEXT);"
+            "INSERT INTO t VALUES (1, 'Ann', 1234.5, 2023.0, '2023-12-31');"
+            "INSERT INTO t VALUES (2, 'Bob', NULL, NULL, NULL);"
+            "INSERT INTO t VALUES (3, 'Cy', 0.1, 7, 'not a date');");
+    }
+};
+
+TEST_F(Reading, NextOnTheLastRowSetsEofAndStaysThere) {
+    Query query = Open("SELECT k FROM t ORDER BY k");
+    EXPECT_EQ(query.RecordCount(), 3);
+    EXPECT_FALSE(query.Eof());
+    query.Next();
+    query.Next();
+    EXPECT_FALSE(query.Eof());
+    EXPECT_EQ(query.FieldByName("k").AsInteger(), 3);
+    query.Next();
+    EXPECT_TRUE(query.Eof());
+    EXPECT_EQ(query.FieldByName("k").AsInteger(), 3);
+    query.Next();
+    EXPECT_EQ(query.FieldByName("k").AsInteger(), 3);
+    query.First();
+    EXPECT_FALSE(query.Eof());
+    EXPECT_EQ(query.FieldByName("k").AsInteger(), 1);
+    query.Last();
+    EXPECT_FALSE(query.Eof());
+    EXPECT_EQ(query.FieldByName("k").AsInteger(), 3);
+}
+
+TEST_F(Reading, EmptyResultStaysAtEofAndReadsAsNull) {
+    Query query = Open("SELECT k, name FROM t WHERE k > 10");
+    EXPECT_TRUE(query.IsEmpty());
+    EXPECT_EQ(query.RecordCount(), 0);
+    EXPECT_TRUE(query.Eof());
+    query.First();
+    EXPECT_TRUE(query.Eof());
+    query.Last();
+    EXPECT_TRUE(query.Eof());
+    EXPECT_TRUE(query.FieldByName("name").IsNull());
+    EXPECT_EQ(query.FieldByName("name").AsString(), "");
+}
+
+TEST_F(Reading, NullReadsAsEmptyZeroAndTheEmptyDate) {
+    Query query = Open("SELECT * FROM t WHERE k = 2");
+    EXPECT_TRUE(query.FieldByName("amount").IsNull());
+    EXPECT_EQ(query.FieldByName("amount").AsString(), "");
+    EXPECT_EQ(query.FieldByName("amount").AsFloat(), 0.0);
+    EXPECT_EQ(query.FieldByName("year").AsInteger(), 0);
+    EXPECT_EQ(query.FieldByName("day").AsDate(), Date::Empty());
+    EXPECT_FALSE(query.FieldByName("name").IsNull());
+}
+
+TEST_F(Reading, ValuesReadAsTheDatabaseShowsThem) {
+    Query query = Open("SELECT *, amount + 0.2 AS more, amount * 2 AS twice FROM t ORDER BY k");
+    EXPECT_EQ(query.FieldByName("amount").AsString(), "1234.5");
+    EXPECT_EQ(query.FieldByName("year").AsString(), "2023");   // 2023.0 in an integer column
+    EXPECT_EQ(query.FieldByName("twice").AsString(), "2469");  // a whole REAL has no ".0"
+    EXPECT_EQ(query.FieldByName("day").AsDate(), (Date{2023, 12, 31}));
+    query.Last();
+    EXPECT_EQ(query.FieldByName("more").AsString(), "0.3");  // 0.1 + 0.2, not 0.30000000000000004
+    EXPECT_EQ(query.FieldByName("day").AsDate(), Date::Empty());
+    EXPECT_EQ(Scalar("SELECT '  42 ' AS x"), "  42 ");
+    Query text = Open("SELECT '  42 ' AS i, '12.5' AS f, 'abc' AS n");
+    EXPECT_EQ(text.FieldByName("i").AsInteger(), 42);
+    EXPECT_EQ(text.FieldByName("f").AsFloat(), 12.5);
+    EXPECT_EQ(text.FieldByName("n").AsFloat(), 0.0);
+}
+
+TEST_F(Reading, FieldNamesIgnoreCaseAndTheFirstOfTwoEqualNamesWins) {
+    Run("CREATE TABLE A (PersonalSysId INTEGER, EEName1 TEXT);"
+        "CREATE TABLE B (PersonalSysId INTEGER, RefId INTEGER);"
+        "INSERT INTO A VALUES (10, 'Ann'); INSERT INTO B VALUES (99, 10);");
+    Query query = Open("SELECT * FROM A JOIN B ON (A.PersonalSysId = B.RefId)");
+    EXPECT_EQ(query.FieldNames(), (std::vector<std::string>{"PersonalSysId", "EEName1", "PersonalSysId", "RefId"}));
+    EXPECT_EQ(query.FieldByName("personalsysid").AsInteger(), 10);
+    EXPECT_TRUE(query.HasField("EENAME1"));
+    try {
+        query.FieldByName("EEName2");
+        FAIL() << "an unknown field was found";
+    } catch (const DatabaseError& error) {
+        EXPECT_THAT(std::string(error.what()), HasSubstr("EEName2"));
+    }
+}
+
+TEST_F(Reading, LinesAddedOneByOneRunAsOneText) {
+    // The session form's year list comes in two design-time lines with no
+    // blank between them.
+    Query query(Alias);
+    query.AddSQL("SELECT DISTINCT year, year AS Year FROM t");
+    query.AddSQL("WHERE year IS NOT NULL");
+    query.AddSQL("ORDER BY year");
+    EXPECT_EQ(query.SQLText(),
+              "SELECT DISTINCT year, year AS Year FROM t\nWHERE year IS NOT NULL\nORDER BY year");
+    query.Open();
+    EXPECT_EQ(query.RecordCount(), 2);
+}
+
+TEST_F(Reading, OneTableResultKeepsItsColumnPositions) {
+    // The key an editable result carries must not shift "ORDER BY 1".
+    Query query = Open("SELECT amount, k FROM t ORDER BY 1 DESC");
+    EXPECT_EQ(query.FieldNames(), (std::vector<std::string>{"amount", "k"}));
+    EXPECT_EQ(query.FieldByName("k").AsInteger(), 1);  // 1234.5, then 0.1, then NULL
+    query.Next();
+    EXPECT_EQ(query.FieldByName("k").AsInteger(), 3);
+}
+
+TEST_F(Reading, OpenRefusesASecondStatementAndRunsNeither) {
+    EXPECT_THROW(Open("SELECT k FROM t; DELETE FROM t"), DatabaseError);
+    EXPECT_EQ(Scalar("SELECT count(*) AS n FROM t -- trailing remark"), "3");
+}
+
+// --- parameters -------------------------------------------------------------
+
+TEST_F(Reading, QuoteInAParameterNeitherBreaksNorAltersTheQuery) {
+    Run("CREATE TABLE YEEmployer (YEEmployerId TEXT, YEEmployerDesc TEXT);"
+        "INSERT INTO YEEmployer VALUES ('O''Neil'' OR ''1''=''1', 'quoted'), ('ACME', 'plain');");
+    Query query(Alias);
+    query.SetSQL("SELECT * FROM YEEmployer WHERE YEEmployerId = :YEEmployerId");
+    query.SetParam("YEEmployerId", std::string("O'Neil' OR '1'='1"));
+    query.Open();
+    ASSERT_EQ(query.RecordCount(), 1);
+    EXPECT_EQ(query.FieldByName("YEEmployerDesc").AsString(), "quoted");
+
+    query.SetParam(":yeemployerid", std::string("x'; DROP TABLE YEEmployer; --"));
+    query.Open();
+    EXPECT_TRUE(query.IsEmpty());
+    EXPECT_EQ(Scalar("SELECT count(*) AS n FROM YEEmployer"), "2");
+}
+
+TEST_F(Reading, ParameterWithoutValueIsNamed) {
+    Query query(Alias);
+    query.SetSQL("SELECT * FROM t WHERE k = :PersonalSysId");
+    try {
+        query.Open();
+        FAIL() << "a query with an unset parameter ran";
+    } catch (const DatabaseError& error) {
+        EXPECT_THAT(std::string(error.what()), HasSubstr(":PersonalSysId"));
+    }
+}
+
+// --- editing ----------------------------------------------------------------
+
+class Editing : public ScratchDatabase {
+protected:
+    static constexpr const char* RowSql =
+        "Select * from subregistry where Registryid = 'YEPRocess' and SubRegistryId = 'TaxEmployerBasisYear'";
+
+    void SetUp() override {
+        ScratchDatabase::SetUp();
+        Run("CREATE TABLE subregistry (RegistryId TEXT, SubRegistryId TEXT, RegProperty1 TEXT, RegProperty2 TEXT);"
+            "INSERT INTO subregistry VALUES ('YEPRocess', 'TaxEmployerBasisYear', 'OLD', '2022');"
+            "INSERT INTO subregistry VALUES ('YEPRocess', 'Other', 'KEEP', 'KEEP');");
+    }
+};
+
+TEST_F(Editing, PostWritesTheChangedFieldsOfTheRow) {
+    {
+        Query query = Open(RowSql);
+        query.Edit();
+        query.FieldByName("RegProperty1").SetAsString("IR8AYA2024");
+        query.FieldByName("RegProperty2").SetAsString("2023");
+        EXPECT_EQ(query.FieldByName("RegProperty1").AsString(), "IR8AYA2024");  // the edited value reads back
+        query.Post();
+    }
+    Query check = Open("SELECT RegProperty1, RegProperty2 FROM subregistry ORDER BY SubRegistryId");
+    EXPECT_EQ(check.FieldByName("RegProperty1").AsString(), "KEEP");
+    check.Next();
+    EXPECT_EQ(check.FieldByName("RegProperty1").AsString(), "IR8AYA2024");
+    EXPECT_EQ(check.FieldByName("RegProperty2").AsString(), "2023");
+}
+
+TEST_F(Editing, CancelDropsTheChangeAndSettersNeedEdit) {
+    Query query = Open(RowSql);
+    EXPECT_THROW(query.FieldByName("RegProperty1").SetAsString("X"), DatabaseError);
+    query.Edit();
+    query.FieldByName("RegProperty1").SetAsString("X");
+    query.Cancel();
+    EXPECT_EQ(query.FieldByName("RegProperty1").AsString(), "OLD");
+    EXPECT_EQ(Scalar("SELECT RegProperty1 FROM subregistry WHERE SubRegistryId = 'TaxEmployerBasisYear'"), "OLD");
+}
+
+TEST_F(Editing, ResultsThatAreNotOneTableRowAreRefused) {
+    Query join = Open("SELECT * FROM subregistry a JOIN subregistry b ON a.RegistryId = b.RegistryId");
+    EXPECT_THROW(join.Edit(), DatabaseError);
+    Query none = Open("SELECT * FROM subregistry WHERE RegistryId = 'none'");
+    try {
+        none.Edit();
+        FAIL() << "an empty result was edited";
+    } catch (const DatabaseError& error) {
+        EXPECT_THAT(std::string(error.what()), HasSubstr("subregistry"));
+    }
+    Query computed = Open("SELECT RegProperty1 || 'x' AS p FROM subregistry");
+    computed.Edit();
+    computed.FieldByName("p").SetAsString("Y");
+    EXPECT_THROW(computed.Post(), DatabaseError);
+}
+
+// --- scripts and transactions -----------------------------------------------
+
+TEST_F(Editing, FailingScriptAppliesNothingAndNamesTheStatement) {
+    try {
+        Run("INSERT INTO subregistry VALUES ('A', 'B', 'C', 'D');\n"
+            "UPDATE nosuchtable SET x = 1;\n");
+        FAIL() << "a broken script ran";
+    } catch (const DatabaseError& error) {
+        EXPECT_THAT(std::string(error.what()), HasSubstr("statement 2"));
+        EXPECT_THAT(std::string(error.what()), HasSubstr("nosuchtable"));
+    }
+    EXPECT_EQ(Scalar("SELECT count(*) AS n FROM subregistry"), "2");
+}
+
+TEST_F(Editing, TransactionRollsBackUnlessCommitted) {
+    Query insert(Alias);
+    insert.SetSQL("INSERT INTO subregistry (RegistryId) VALUES ('T')");
+    {
+        Transaction transaction(Alias);
+        insert.ExecSQL();
+    }
+    EXPECT_EQ(Scalar("SELECT count(*) AS n FROM subregistry"), "2");
+    {
+        Transaction transaction(Alias);
+        insert.ExecSQL();
+        transaction.Commit();
+    }
+    EXPECT_EQ(Scalar("SELECT count(*) AS n FROM subregistry"), "3");
+}
+
+// --- the payroll's database functions ---------------------------------------
+
+class Functions : public ScratchDatabase {
+protected:
+    void SetUp() override {
+        ScratchDatabase::SetUp();
+        Run("CREATE TABLE Personal (PersonalSysId INTEGER PRIMARY KEY, PersonalName TEXT);"
+            "CREATE TABLE Employee (EmployeeSysId INTEGER PRIMARY KEY, EmployeeCode TEXT, PersonalSysId INTEGER);"
+            "CREATE TABLE EmployeeBank (EmployeeSysId INTEGER, IRASBankCode TEXT);"
+            "CREATE TABLE ViewYEEmployee (PersonalSysId INTEGER, EEName1 TEXT);"
+            "INSERT INTO Personal VALUES (1, 'Tan Ah Kow'), (2, 'Siti binte Ali'), (3, 'No Job');"
+            // Person 1 was employed twice: the lower EmployeeSysId (7, 'E007') is the one reported.
+            "INSERT INTO Employee VALUES (9, 'E009', 1), (7, 'E007', 1), (8, 'E008', 2);"
+            "INSERT INTO EmployeeBank VALUES (7, '7171');"
+            "INSERT INTO ViewYEEmployee VALUES (1, 'Tan'), (2, 'Siti'), (3, 'Nobody');");
+    }
+};
+
+TEST_F(Functions, EmployeeIdSysIdAndBankChainThroughAliases) {
+    Query query = Open(
+        "SELECT FGetEmployeeIdByPersonalSysId(A.PersonalSysId) AS EmployeeId, FGetEmployeeSysId(EmployeeId) AS "
+        "EmpSysId, FGetIRASEmployeeBank(EmpSysId) AS BankId, FGetPersonalName(A.PersonalSysId) AS PersonalName, "
+        "* FROM ViewYEEmployee A ORDER BY EmployeeId");
+    // NULL sorts first: person 3 has no Employee row.
+    EXPECT_TRUE(query.FieldByName("EmployeeId").IsNull());
+    EXPECT_TRUE(query.FieldByName("EmpSysId").IsNull());
+    EXPECT_EQ(query.FieldByName("BankId").AsString(), "");
+    EXPECT_EQ(query.FieldByName("PersonalName").AsString(), "No Job");
+    query.Next();
+    EXPECT_EQ(query.FieldByName("EmployeeId").AsString(), "E007");
+    EXPECT_EQ(query.FieldByName("EmpSysId").AsInteger(), 7);
+    EXPECT_EQ(query.FieldByName("BankId").AsString(), "7171");
+    query.Next();
+    EXPECT_EQ(query.FieldByName("EmployeeId").AsString(), "E008");
+    EXPECT_EQ(query.FieldByName("BankId").AsString(), "");  // no bank row
+    EXPECT_EQ(query.FieldByName("PersonalName").AsString(), "Siti binte Ali");
+}
+
+TEST_F(Functions, DateTimeShowsDayMonthYearAndTime) {
+    EXPECT_EQ(Scalar("SELECT FGetDateTimeFormat('2024-03-05 14:07:09') AS d"), "05/03/2024 14:07:09");
+    EXPECT_EQ(Scalar("SELECT FGetDateTimeFormat('2024-03-05') AS d"), "05/03/2024 00:00:00");
+    EXPECT_TRUE(Open("SELECT FGetDateTimeFormat(NULL) AS d").FieldByName("d").IsNull());
+}
+
+TEST_F(Functions, LookupsFailWithTheirNameWhenTheirTableIsMissing) {
+    Run("DROP TABLE EmployeeBank;");
+    try {
+        Open("SELECT FGetIRASEmployeeBank(7) AS b");
+        FAIL() << "a look-up on a missing table ran";
+    } catch (const DatabaseError& error) {
+        EXPECT_THAT(std::string(error.what()), HasSubstr("FGetIRASEmployeeBank"));
+        EXPECT_THAT(std::string(error.what()), HasSubstr("EmployeeBank"));
+    }
+}
+
+}  // namespace
+}  // namespace iras::db::testing
