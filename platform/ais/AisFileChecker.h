@@ -29,9 +29,14 @@ struct AisCheckResult {
 
     bool HasErrors() const;
     bool HasWarnings() const;
-    // "line 3, column 263: ..." for each finding, in file order.
+    // "line 3, column 263: ..." for each finding, in file order; "line 3: ..."
+    // for a whole record, the message alone for the file as a whole, and
+    // "warning: " before the message of a warning.
     std::vector<std::string> Describe() const;
 };
+
+// "IR8A", "IR8S", "A8A" or "A8B": the form name a header record carries.
+const char* AisKindName(AisKind kind);
 
 // Checks the file; kind given or, when not, recognised from the header record.
 // A file that cannot be read gives one finding that names it.
