@@ -1,0 +1,52 @@
+// Making a new payroll database: the year-end schema, the submission engine's
+// own tables, the keyword codes and, when asked, the sample data, all from the
+// SQL files of the data folder. Those files are compiled into the library, so
+// a database can be made wherever the program runs.
+//
+// A database is only ever made where no file exists yet: an existing file is
+// refused, so that no payroll data is overwritten. Either everything is
+// created or nothing is left behind.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace iras::db {
+
+// One SQL file of the data folder as it was when the library was built.
+struct EmbeddedSqlFile {
+    std::string_view name;  // file name, e.g. "schema.sql"
+    std::string_view text;
+};
+
+// Every data/*.sql file, by name in alphabetical order (generated at build time).
+std::span<const EmbeddedSqlFile> EmbeddedSqlFiles();
+
+// The text of one embedded file; nothing when the data folder had no such file.
+std::optional<std::string_view> EmbeddedSql(std::string_view name);
+
+// A script to run when a database is made, and the name that errors give it.
+struct NamedScript {
+    std::string name;
+    std::string text;
+};
+
+// The scripts that make a database, in order: "schema.sql", "engine_schema.sql"
+// (the submission engine's tables, when the data folder has it), "keywords.sql"
+// and, with sample data, "sample.sql".
+std::vector<NamedScript> DatabaseScripts(bool withSampleData);
+
+// Makes a new SQLite database file at path from the scripts of
+// DatabaseScripts. Throws DatabaseError naming the file when the file already
+// exists, cannot be created, or a script fails (then naming the script too);
+// in every failure no new file is left behind.
+void CreateDatabase(const std::filesystem::path& path, bool withSampleData);
+
+// The same with any scripts, run in one transaction.
+void CreateDatabase(const std::filesystem::path& path, const std::vector<NamedScript>& scripts);
+
+}  // namespace iras::db
