@@ -1,0 +1,175 @@
+// The part of a return job that the four returns share: what a job holds
+// (session, parameters, line builder, record lines, queries, engine, counters,
+// flags), how it writes to the run and debug logs, and the two drivers that
+// every return runs the same way: the validation pass (header once, then every
+// employee, counting failures) and the generation pass (header, one detail
+// record per employee, trailer, then the file put in its place and handed to
+// the submission engine). A return derives from it and supplies its queries,
+// records, rules, banner titles and file name through the hooks below; it adds
+// code, it does not copy the drivers.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+#include "platform/database/Query.h"
+#include "platform/host/BQueryViewTable.h"
+#include "platform/host/BYESubmissionEngine.h"
+#include "submission/common/BStringOutput.h"
+#include "submission/common/IRASSubmissionParameters.h"
+#include "submission/common/RunLogs.h"
+#include "submission/common/SubmissionJob.h"
+
+namespace iras {
+
+// The texts by which the logs tell one return from another: banner titles
+// (48 characters, kept with their blanks) and the labels of the counters.
+struct JobTexts {
+    std::string validateTitle;        // "     VALIDATING CURRENT IR8A FILE               "
+    std::string headerValidateTitle;  // "            VALIDATING IR8A HEADER              "
+    std::string detailValidateTitle;  // "            VALIDATING IR8A DETAILS             "
+    std::string processTitle;         // "     PROCESSING CURRENT IR8A FILE               "
+    std::string headerTitle;          // "            PROCESSING IR8A HEADER              "
+    std::string detailTitle;          // "            PROCESSING IR8A DETAILS             "
+    std::string trailerTitle;         // unused by a return without a trailer record
+    std::string fileStepTitle;        // "       IR8A FILE GENERATION                     "
+    // The header-errors label of the validation pass and of the generation
+    // pass (they differ by a blank in some returns).
+    std::string validationHeaderErrorsLabel;  // "Total No. of Errors in IR8A Header             : "
+    std::string generationHeaderErrorsLabel;
+    std::string employeeFailedSuffix = " is not successfully validated.";
+    std::string cancelledMessage;     // "IR8A File is cancelled."
+};
+
+class RYESubmissionJob : public RSubmissionJob {
+public:
+    RYESubmissionJob(BQueryViewTable* context, IRASSubmissionParameters params,
+                     std::string runFolder, std::string copyFolder);
+    ~RYESubmissionJob() override;
+    RYESubmissionJob(const RYESubmissionJob&) = delete;
+    RYESubmissionJob& operator=(const RYESubmissionJob&) = delete;
+
+    // RSubmissionJob
+    void SetLogMemo(LogSink* log) override;
+    void SetInternalMemo(LogSink* debug) override;
+    void SetEmployeeErrorLog(StringList* employeeErrors) override;
+    // Without a prompt, a single-type run saves into the run folder.
+    void SetSaveDialog(SaveFilePrompt* prompt) override;
+    bool GetHasErrors() const override { return HasErrors; }
+    bool GetHasWarnings() const override { return HasWarnings; }
+
+    void WriteAllMemo(const std::string& line);
+    void WriteInternalMemo(const std::string& line);
+
+    // Moves KeywordQuery to the YEKeyWord row whose YEKeyWordId is keyword.
+    // When there is none the cursor stays where it was; the answer says which.
+    bool YEKeywordRecLocate(const std::string& keyword);
+
+    // Hands the saved file to the engine (check only in a trial run). Nonzero
+    // only in an actual run that the engine accepted. folder is not used.
+    int DirectSubmit(const std::string& folder, const std::string& file,
+                     const std::string& formType);
+    // Records the submission with the engine; nothing in a trial run.
+    void ProcessSubmission(bool allRun);
+
+    int GetHeaderErrorCount() const { return HeaderErrorCount; }
+    int GetRecordsProcessed() const { return RecordsProcessed; }
+    int GetRecordsFailed() const { return RecordsFailed; }
+    int GetRecordsSucceeded() const { return RecordsSucceeded; }
+    const StringList& GetOutputLines() const { return OutputLines; }
+    const StringList& GetErrorList() const { return ErrorList; }
+    // Full path of the file the generation pass wrote ("" before or on failure).
+    const std::string& GetOutputFilePath() const { return OutputFilePath; }
+
+protected:
+    // The two drivers; a return's ValidateXFile and ProcessXeSubmission call them.
+    int RunValidation();
+    int RunGeneration();
+
+    // Hooks of a return.
+    virtual const JobTexts& Texts() const = 0;
+    virtual int RefreshQuery() = 0;       // opens the queries; 0 stops the run
+    virtual int HeaderValidation() = 0;   // fills ErrorList; nonzero when clean
+    virtual int DetailsValidation() = 0;  // the current MainQuery row; fills ErrorList
+    // Limits of the record itself (an amount wider than its field), checked
+    // for every employee of every run, Amendments included: a record that
+    // cannot hold a value is never written. Appends to ErrorList.
+    virtual int RecordLimitValidation() { return 1; }
+    // Per-employee queries (sections, stock options) before a row is used.
+    virtual void RefreshEmployee() {}
+    // Whether the generation pass opens the queries itself, not only when
+    // the validation pass of the same job has not done it.
+    virtual bool RefreshBeforeGeneration() const { return false; }
+    virtual void PrepareHeader() = 0;   // between Output.SetNew() and SetEnd(1)
+    // Builds and lists the record of the current row and counts it in
+    // RecordsSucceeded. A record that cannot be built is logged, not listed,
+    // and sets RecordFault.
+    virtual void PrepareDetails() = 0;
+    virtual bool HasTrailer() const { return false; }
+    virtual void PrepareTrailer() {}  // sets RecordFault when it cannot be built
+    virtual int RecordWidth() const { return 1200; }
+    virtual std::string FileName() const = 0;  // "CUR_Submission(O).txt"
+    virtual std::string DirectSubmitFormType() const = 0;
+    // The employee named in the findings of a failing row.
+    virtual std::string EmployeeTaxNo();
+    virtual std::string EmployeeId();
+
+    // Text, number or date of a column of the current MainQuery row (NULL
+    // reads as "", 0 or the empty date); texts are trimmed.
+    std::string Text(const char* column);
+    double Amount(const char* column);
+    Date DateOf(const char* column);
+    // Text of a column of the located KeywordQuery row, trimmed.
+    std::string KeywordProperty(const char* column);
+
+    // Opens KeywordQuery on "SELECT * FROM YEKeyWord ORDER BY YEKeyWordCategory"
+    // and indexes it for YEKeywordRecLocate.
+    void OpenKeywordQuery();
+    // Opens EmployerQuery on the employer row of the run (the employer id is
+    // quoted for SQL, so an id with an apostrophe still finds its row).
+    void OpenEmployerQuery(const std::string& sqlBeforeId);
+    // The engine set-up that every RefreshQuery makes before GenerateViewTables.
+    int GenerateViewTables(const std::string& submissionType, int year);
+
+    // Saves OutputLines, each ended by CR LF, to path through a temporary
+    // file in the same folder; false (and a log line naming the path) when
+    // it cannot, leaving no file behind.
+    bool SaveOutputLines(const std::string& path);
+
+    void WriteAllBanner(const std::string& title);       // "", banner, ""
+    void WriteInternalBanner(const std::string& title);  // "", banner, ""
+
+    BQueryViewTable* Context;
+    IRASSubmissionParameters Params;
+    std::unique_ptr<BStringOutput> Output;
+    StringList OutputLines;
+    StringList ErrorList;
+    RunLogs Logs;
+    StringList* EmployeeErrorLog = nullptr;
+    int BasisYear = 0;
+    SaveFilePrompt* SaveDialog = nullptr;
+    std::unique_ptr<BYESubmissionEngine> Engine;
+    db::Query KeywordQuery;
+    db::Query EmployerQuery;
+    db::Query MainQuery;
+    int HeaderErrorCount = 0;
+    int RecordsProcessed = 0;
+    int RecordsFailed = 0;
+    int RecordsSucceeded = 0;
+    bool HasWarnings = false;
+    bool HasErrors = false;
+    std::string RunFolder;
+    std::string CopyFolder;
+    std::string OutputFilePath;
+    // A record of this run could not be built: the file is not made, so
+    // that no employee is silently left out of it.
+    bool RecordFault = false;
+
+private:
+    int PlaceFile(const std::string& fileName);
+    std::unordered_map<std::string, int> keywordRows_;  // trimmed YEKeyWordId -> first row
+};
+
+}  // namespace iras
