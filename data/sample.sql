@@ -2,8 +2,9 @@
 --
 -- Employers:
 --   IR8AYA2025  Lion City Precision Engineering: clean. Every return of
---               year-end year 2024 (current IR8A for 2024, supplementary IR8A
---               for 2023, IR8S, Appendix 8A, Appendix 8B) passes every check.
+--               year-end year 2024 (current IR8A for 2024, IR8S, Appendix 8A,
+--               Appendix 8B) and the supplementary IR8A of year-end year 2023
+--               (basis year 2022) pass every check.
 --               Also holds year-end year 2023 and the copy of the 2023 return
 --               last submitted (YEYear 92023) with the copy before it (82023).
 --   ERRCO       Errata Trading: every record breaks a check, named in the
@@ -53,6 +54,8 @@ INSERT INTO YEEmployer (YEEmployerId, YEEmployerDesc, ERName1, ERName2, Employer
 INSERT INTO YEGlobal (YEGlobalId, YEYear, YEGlobalType, YEGlobalDesc, YEPeriodStart, YEPeriodEnd) VALUES
 (1, 2023, 'CurIR8A', 'Year end 2023, basis year 2023', '2023-01-01', '2023-12-31'),
 (2, 2023, 'SupIR8A', 'Year end 2023, supplementary for basis year 2022', '2022-01-01', '2022-12-31'),
+(5, 2022, 'CurIR8A', 'Year end 2022, basis year 2022', '2022-01-01', '2022-12-31'),
+(6, 2022, 'SupIR8A', 'Year end 2022, supplementary for basis year 2021', '2021-01-01', '2021-12-31'),
 (3, 2024, 'CurIR8A', 'Year end 2024, basis year 2024', '2024-01-01', '2024-12-31'),
 (4, 2024, 'SupIR8A', 'Year end 2024, supplementary for basis year 2023', '2023-01-01', '2023-12-31');
 
@@ -85,7 +88,8 @@ INSERT INTO YEEmployee (YEEmployerId, YEYear, PersonalSysId, CurrentYEGlobalId, 
  '2024-01-01', '2024-12-31', '2012-10-01', '1899-12-30'),
 ('IR8AYA2025', 2024, 1010, 3, 4, 'FIN', 'F7654321Q', 'David Anthony Fernandez', '', '304', 'M', '1976-04-21', 'Chief Technology Officer',
  '2024-01-01', '2024-12-31', '2018-01-15', '1899-12-30'),
--- Left in 2023; paid in 2024 for 2023, so only on the supplementary return.
+-- Left in 2023: on the current return of year-end year 2023 only (the 2023
+-- rows below are made from these).
 ('IR8AYA2025', 2024, 1011, 3, 4, 'NRIC', 'S8345612D', 'Siti Nurhaliza binte Osman', '', '301', 'F', '1983-01-19', 'Customer Service Officer',
  '2023-01-01', '2023-06-30', '2014-05-05', '2023-06-30'),
 ('IR8AYA2025', 2024, 1012, 3, 4, 'NRIC', 'S8990123E', 'Ho Jun Wei', 'Kenneth', '301', 'M', '1989-10-08', 'Software Engineer',
@@ -134,10 +138,6 @@ INSERT INTO IR8A (PersonalSysId, YEYear, IR8AType, GrossTotal, ContratualBonus, 
                   TotalStockGainsBef, TotalStockGainsAfter, Insurance) VALUES
 (1010, 2024, 'CurIR8A', 150000.00, 12500.00, 'Fixed', 2500.00, 1500.00, 1100.00, 480.00);
 
--- Supplementary returns for basis year 2023, kept under year-end year 2024.
-INSERT INTO IR8A (PersonalSysId, YEYear, IR8AType, GrossTotal, NonContratualBonus, BonusDeclared, EECPFPension) VALUES
-(1011, 2024, 'SupIR8A', 0, 1500.00, '2023-12-20', 300.00),
-(1012, 2024, 'SupIR8A', 2300.00, 0, '1899-12-30', 460.00);
 
 ------------------------------------------------------------------------------
 -- IR8AYA2025: thirty more employees of 2024, generated. Every tenth from the
@@ -413,6 +413,31 @@ INSERT INTO IR8A SELECT * FROM CopyIR8A;
 UPDATE CopyIR8A SET YEYear = 82023 WHERE PersonalSysId <= 1005;
 INSERT INTO IR8A SELECT * FROM CopyIR8A WHERE YEYear = 82023;
 DROP TABLE CopyIR8A;
+
+------------------------------------------------------------------------------
+-- IR8AYA2025: the supplementary IR8A of year-end year 2023, for basis year
+-- 2022. Two people who left during 2022 were paid in 2023 for 2022: arrears
+-- of salary and a bonus declared late in 2022. Their 2022 rows hold the
+-- cessation dates that the supplementary query reads for the basis year.
+-- (The clean employer has no supplementary rows in year-end year 2024, so
+-- that its "All" run for 2024, which gives the supplementary return the same
+-- basis year as the others, passes.)
+------------------------------------------------------------------------------
+INSERT INTO YEEmployee (YEEmployerId, YEYear, PersonalSysId, CurrentYEGlobalId, SupYEGlobalId, PayeeIDType, TaxNo,
+                        EEName1, EEName2, IRASNationalityCode, Gender, DOB, Designation,
+                        PaymentFrom, PaymentTo, Commencement, Cessation) VALUES
+('IR8AYA2025', 2022, 1013, 5, 6, 'NRIC', 'S8567231B', 'Tan Mei Ling', '', '301', 'F', '1985-04-12',
+ 'Purchasing Officer', '2022-01-01', '2022-06-30', '2014-05-05', '2022-06-30'),
+('IR8AYA2025', 2022, 1014, 5, 6, 'NRIC', 'S8234519C', 'Ong Wei Ming', '', '301', 'M', '1982-02-27',
+ 'Quality Engineer', '2022-01-01', '2022-11-15', '2020-02-03', '2022-11-15'),
+('IR8AYA2025', 2023, 1013, 1, 2, 'NRIC', 'S8567231B', 'Tan Mei Ling', '', '301', 'F', '1985-04-12',
+ 'Purchasing Officer', '2022-01-01', '2022-06-30', '2014-05-05', '2022-06-30'),
+('IR8AYA2025', 2023, 1014, 1, 2, 'NRIC', 'S8234519C', 'Ong Wei Ming', '', '301', 'M', '1982-02-27',
+ 'Quality Engineer', '2022-01-01', '2022-11-15', '2020-02-03', '2022-11-15');
+
+INSERT INTO IR8A (PersonalSysId, YEYear, IR8AType, GrossTotal, NonContratualBonus, BonusDeclared, EECPFPension) VALUES
+(1013, 2023, 'SupIR8A', 0, 1500.00, '2022-12-20', 300.00),
+(1014, 2023, 'SupIR8A', 2300.00, 0, '1899-12-30', 460.00);
 
 ------------------------------------------------------------------------------
 -- ERRCO: records that break the checks, year-end year 2024. Apart from what a
@@ -829,7 +854,9 @@ INSERT INTO EmployeeBank (EmployeeSysId, IRASBankCode, BankName, BankAccountNo) 
 (51009, '2', 'UOB', '145-302-789-0'),
 (51010, '4', 'HSBC', '146-123456-833'),
 (51011, '1', 'POSB', '166-54321-0'),
-(51012, '3', 'OCBC Bank', '595-111222-001');
+(51012, '3', 'OCBC Bank', '595-111222-001'),
+(51013, '2', 'UOB', '318-220-415-6'),
+(51014, '1', 'DBS Bank', '072-884512-3');
 INSERT INTO EmployeeBank (EmployeeSysId, IRASBankCode, BankName, BankAccountNo)
 SELECT EmployeeSysId, CAST(PersonalSysId % 3 + 1 AS TEXT),
        CASE PersonalSysId % 3 WHEN 0 THEN 'DBS Bank' WHEN 1 THEN 'UOB' ELSE 'OCBC Bank' END,

@@ -79,10 +79,15 @@ TEST_F(IR8ASample, CurrentAndSupplementaryOriginalsAreWellFormed) {
     const std::string rajesh = RecordOf(records, "S7512345J");
     EXPECT_EQ(Span(rajesh, 263, 271) + Span(rajesh, 400, 410), "00010640{" "00000000000");
 
-    auto supplementary = MakeJob("SupIR8A", 2023);
+    // The supplementary return for basis year 2022 (year-end year 2023).
+    auto supplementary = MakeJob("SupIR8A", 2022);
     const std::string path = Run(*supplementary);
-    EXPECT_EQ(std::filesystem::path(path).filename(), "SUP_Submission(O).txt");
-    EXPECT_EQ(Span(ExpectWellFormed(path).front(), 3, 6), "2023");
+    ASSERT_EQ(std::filesystem::path(path).filename(), "SUP_Submission(O).txt");
+    const auto supRecords = ExpectWellFormed(path);
+    ASSERT_EQ(supRecords.size(), 4u);
+    EXPECT_EQ(Span(supRecords.front(), 3, 6), "2022");
+    // Tan Mei Ling left on 30 June 2022: the period ends on her cessation date.
+    EXPECT_EQ(Span(RecordOf(supRecords, "S8567231B"), 280, 287), "20220630");
 }
 
 TEST_F(IR8ASample, AmendmentAfterASubmissionCarriesOnlyTheCorrection) {

@@ -1,0 +1,469 @@
+// The commands of iras-yearend. A run command opens the database under the
+// alias "kovadb", checks the module right, the employer and the basis year,
+// then presses the form's button on a RunController whose messages, questions,
+// progress window and save dialog are the terminal: messages and questions on
+// standard error, the run log on standard output, a progress bar on standard
+// error when it is a terminal, files saved into the "File Directory".
+#include "apps/run/YearEndTool.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <sstream>
+
+#include "apps/run/CommandLine.h"
+#include "apps/run/RunController.h"
+#include "platform/ais/AisFileChecker.h"
+#include "platform/database/Query.h"
+#include "platform/host/BQueryViewTable.h"
+#include "platform/database/Schema.h"
+
+namespace iras {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Standard error shared by the messages and the progress bar: a message first
+// wipes the bar's line, and the bar is drawn again after it.
+class Terminal {
+public:
+    explicit Terminal(ToolStreams& streams) : streams_(streams) {}
+
+    bool ProgressBar() const { return streams_.progressBar; }
+
+    void Out(const std::string& line) {
+        if (streams_.outIsTerminal) HideBar();
+        streams_.out << line << '\n';
+        if (streams_.outIsTerminal) {
+            streams_.out.flush();
+            DrawBar();
+        }
+    }
+    void Err(const std::string& line) {
+        HideBar();
+        streams_.err << line << '\n';
+        streams_.err.flush();
+        DrawBar();
+    }
+    bool Ask(const std::string& question, bool assumeYes) {
+        HideBar();
+        bool answer = false;
+        if (assumeYes) {
+            streams_.err << question << " Yes (--yes)\n";
+            answer = true;
+        } else if (streams_.interactive) {
+            streams_.err << question << " [y/N] " << std::flush;
+            std::string reply;
+            std::getline(streams_.in, reply);
+            answer = reply == "y" || reply == "Y" || reply == "yes" || reply == "Yes" || reply == "YES";
+        } else {
+            streams_.err << question << " No (not confirmed; --yes answers Yes)\n";
+        }
+        streams_.err.flush();
+        DrawBar();
+        return answer;
+    }
+
+    void SetBar(const std::string& label, int percent) {
+        barLabel_ = label;
+        barPercent_ = std::clamp(percent, 0, 100);
+        barShown_ = true;
+        DrawBar();
+    }
+    void EndBar() {
+        HideBar();
+        barShown_ = false;
+    }
+
+private:
+    void DrawBar() {
+        if (!barShown_) return;
+        constexpr int kWidth = 30;
+        const int filled = barPercent_ * kWidth / 100;
+        streams_.err << "\r[" << std::string(static_cast<std::size_t>(filled), '#')
+                     << std::string(static_cast<std::size_t>(kWidth - filled), ' ') << "] "
+                     << barPercent_ << "% " << barLabel_ << "\033[K" << std::flush;
+    }
+    void HideBar() {
+        if (barShown_) streams_.err << "\r\033[K" << std::flush;
+    }
+
+    ToolStreams& streams_;
+    bool barShown_ = false;
+    std::string barLabel_;
+    int barPercent_ = 0;
+};
+
+class TerminalDialogs : public RunDialogs {
+public:
+    TerminalDialogs(Terminal& terminal, bool assumeYes) : terminal_(terminal), assumeYes_(assumeYes) {}
+    void Show(MessageKind kind, const std::string& text) override {
+        switch (kind) {
+            case MessageKind::Warning: terminal_.Err("Warning: " + text); break;
+            case MessageKind::Error: terminal_.Err("Error: " + text); break;
+            case MessageKind::Information: terminal_.Err(text); break;
+        }
+    }
+    bool Confirm(const std::string& question) override { return terminal_.Ask(question, assumeYes_); }
+
+private:
+    Terminal& terminal_;
+    bool assumeYes_;
+};
+
+class TerminalProgress : public ProgressWindow {
+public:
+    explicit TerminalProgress(Terminal& terminal) : terminal_(terminal) {}
+    ~TerminalProgress() override { terminal_.EndBar(); }
+    void SetCaption(const std::string&) override {}
+    void SetLabelText(const std::string& text) override {
+        label_ = text;
+        Draw();
+    }
+    void SetPosition(const std::int32_t& position) override {
+        position_ = position;
+        Draw();
+    }
+    void SetStep(std::int32_t step) override { step_ = step; }
+    void Show() override {
+        shown_ = true;
+        Draw();
+    }
+    void Repaint() override { Draw(); }
+    void Step() override {
+        position_ += step_;
+        Draw();
+    }
+
+private:
+    void Draw() {
+        if (shown_) terminal_.SetBar(label_, position_);
+    }
+    Terminal& terminal_;
+    std::string label_;
+    std::int32_t position_ = 0;
+    std::int32_t step_ = 10;
+    bool shown_ = false;
+};
+
+// The run log on standard output as it grows; the lines are kept for the log file.
+class TerminalLog : public LogSink {
+public:
+    explicit TerminalLog(Terminal& terminal) : terminal_(terminal) {}
+    void Append(const std::string& line) override {
+        lines_.Append(line);
+        terminal_.Out(line);
+    }
+    StringList Lines() const override { return lines_.Lines(); }
+    void Clear() override { lines_.Clear(); }
+
+private:
+    Terminal& terminal_;
+    MemoryLog lines_;
+};
+
+// The save dialog of a single-return run: always the File Directory and the
+// proposed name.
+class DirectorySavePrompt : public SaveFilePrompt {
+public:
+    explicit DirectorySavePrompt(fs::path directory) : directory_(std::move(directory)) {}
+    std::optional<std::string> AskSavePath(const std::string& proposedFileName) override {
+        return (directory_ / proposedFileName).string();
+    }
+
+private:
+    fs::path directory_;
+};
+
+int ExitStatusOf(RunOutcome outcome) {
+    switch (outcome) {
+        case RunOutcome::Done: return kExitSuccess;
+        case RunOutcome::NoAccess: return kExitNoAccess;
+        case RunOutcome::Unavailable:
+        case RunOutcome::MissingUserId: return kExitUsage;
+        case RunOutcome::Declined:
+        case RunOutcome::WarningsPending: return kExitStopped;
+        case RunOutcome::ValidationRefused:
+        case RunOutcome::ErrorsFound: return kExitValidation;
+        case RunOutcome::NothingProduced: return kExitNothingProduced;
+        case RunOutcome::DatabaseFailure:
+        case RunOutcome::Failed: return kExitDatabase;
+        case RunOutcome::FileFailure: return kExitFileSystem;
+    }
+    return kExitDatabase;
+}
+
+int InitDatabase(const ToolOptions& options, Terminal& terminal) {
+    db::CreateDatabase(options.databaseFile, options.sample);
+    terminal.Err("Created the database " + fs::absolute(options.databaseFile).string() +
+                 (options.sample ? " with the sample data." : "."));
+    return kExitSuccess;
+}
+
+int CheckFiles(const ToolOptions& options, Terminal& terminal) {
+    int status = kExitSuccess;
+    for (const std::string& file : options.files) {
+        std::error_code error;
+        if (!fs::is_regular_file(file, error)) {
+            terminal.Out(file + ": cannot be read: " +
+                         (fs::exists(file, error) ? "not a regular file" : "no such file"));
+            status = kExitFileSystem;
+            continue;
+        }
+        const AisCheckResult result = CheckAisFile(file);
+        for (const std::string& line : result.Describe()) terminal.Out(file + ": " + line);
+        int errors = 0;
+        int warnings = 0;
+        for (const AisFinding& finding : result.findings) (finding.warning ? warnings : errors)++;
+        const std::string kind = result.kind ? std::string(AisKindName(*result.kind)) : "unknown kind";
+        std::ostringstream verdict;
+        verdict << file << ": " << (errors == 0 ? "OK" : "REJECTED") << " (" << kind << ", "
+                << result.detailRecords << " detail record" << (result.detailRecords == 1 ? "" : "s");
+        if (errors > 0) verdict << ", " << errors << " error" << (errors == 1 ? "" : "s");
+        if (warnings > 0) verdict << ", " << warnings << " warning" << (warnings == 1 ? "" : "s");
+        verdict << ")";
+        terminal.Out(verdict.str());
+        if (errors > 0 && status == kExitSuccess) status = kExitValidation;
+    }
+    return status;
+}
+
+// The years the form would list for the employer and file type.
+std::vector<int> ListedYears(const std::string& employer, FileType type) {
+    db::Query query("kovadb");
+    if (type == FileType::SupplementaryIR8A) {
+        query.SetSQL(
+            "SELECT DISTINCT YEYear, (YEYear - 1) AS Year FROM YEEmployee WHERE YEEmployerId = "
+            ":YEEmployerId AND YEYear < 10000ORDER BY YEYear");
+    } else {
+        query.SetSQL(
+            "SELECT DISTINCT YEYear, YEYear AS Year FROM YEEmployee WHERE YEEmployerId = "
+            ":YEEmployerId AND YEYear < 10000 ORDER BY YEYear");
+    }
+    query.SetParam("YEEmployerId", employer);
+    query.Open();
+    std::vector<int> years;
+    for (query.First(); !query.Eof(); query.Next()) {
+        years.push_back(static_cast<int>(query.FieldByName("Year").AsInteger()));
+    }
+    return years;
+}
+
+// The tax employers as the form's list holds them.
+std::vector<std::string> ListedEmployers() {
+    db::Query query("kovadb");
+    query.SetSQL("SELECT * FROM YEEmployer ORDER BY YEEmployerId");
+    query.Open();
+    std::vector<std::string> employers;
+    for (query.First(); !query.Eof(); query.Next()) {
+        employers.push_back(query.FieldByName("YEEmployerId").AsString());
+    }
+    return employers;
+}
+
+std::string Joined(const std::vector<std::string>& items) {
+    std::string text;
+    for (const std::string& item : items) text += (text.empty() ? "" : ", ") + item;
+    return text.empty() ? "none" : text;
+}
+
+int RunCommand(const ToolOptions& options, Terminal& terminal) {
+    if (!fs::exists(options.database)) {
+        terminal.Err("Error: the database " + options.database +
+                     " does not exist (create one with: iras-yearend init-db FILE --sample).");
+        return kExitDatabase;
+    }
+    db::ConnectionConfig config;
+    config.driver = "sqlite";
+    config.location = options.database;
+    config.create = false;
+    db::ConnectionRegistry::Register("kovadb", config);
+
+    // Reading the employer first makes a damaged or foreign database speak up
+    // as such, instead of looking like a refused right.
+    const std::vector<std::string> employers = ListedEmployers();
+    const bool employerKnown =
+        std::find(employers.begin(), employers.end(), options.employer) != employers.end();
+
+    SessionSettings settings;
+    settings.userId = options.user;
+    settings.yeYear = options.year + (options.type == FileType::SupplementaryIR8A ? 1 : 0);
+    BQueryViewTable session(settings);
+    if (!ModuleAccessible(session)) {
+        terminal.Err("Warning: " + kNoAccessMessage);  // as the form shows it
+        return kExitNoAccess;
+    }
+    if (!employerKnown) {
+        terminal.Err("Error: the tax employer \"" + options.employer +
+                     "\" is not in the database (listed: " + Joined(employers) + ").");
+        return kExitUsage;
+    }
+    const std::vector<int> years = ListedYears(options.employer, options.type);
+    if (std::find(years.begin(), years.end(), options.year) == years.end()) {
+        std::vector<std::string> listed;
+        for (int year : years) listed.push_back(std::to_string(year));
+        terminal.Err("Error: basis year " + std::to_string(options.year) + " is not listed for " +
+                     options.employer + " and " + FileTypeText(options.type) + " (listed: " +
+                     Joined(listed) + ").");
+        return kExitUsage;
+    }
+
+    const bool direct =
+        options.command == ToolCommand::Validate || options.command == ToolCommand::Submit;
+    std::error_code error;
+    const fs::path outDirectory = fs::absolute(options.out, error);
+    if (!direct && options.command != ToolCommand::Reset) {
+        fs::create_directories(outDirectory);  // throws filesystem_error when it cannot
+    }
+
+    TerminalDialogs dialogs(terminal, options.yes);
+    TerminalLog log(terminal);
+    MemoryLog debug;
+    DirectorySavePrompt savePrompt(outDirectory);
+    RunServices services;
+    services.session = &session;
+    services.dialogs = &dialogs;
+    services.logMemo = &log;
+    services.debugMemo = &debug;
+    services.savePrompt = &savePrompt;
+    if (terminal.ProgressBar()) {
+        services.progress = [&terminal]() -> std::unique_ptr<ProgressWindow> {
+            return std::make_unique<TerminalProgress>(terminal);
+        };
+    }
+    if (!options.reportDir.empty()) {
+        const fs::path reportDirectory = fs::absolute(options.reportDir);
+        // Made before the run, so that a folder that cannot be made stops
+        // everything with one message instead of failing the run halfway.
+        fs::create_directories(reportDirectory);
+        services.reportDirectory = [reportDirectory] { return reportDirectory; };
+    }
+
+    RunController controller(direct ? RunMode::DirectSubmission : RunMode::Generation, services);
+    RunChoices& choices = controller.Choices();
+    choices.fileType = options.type;
+    choices.employerId = options.employer;
+    choices.basisYear = std::to_string(options.year);
+    choices.original = !options.amendment;
+    choices.fileDirectory = outDirectory.string();
+    choices.ir8s = options.ir8s;
+    choices.submitUserIdType = options.userIdType;
+    choices.submitUserId = options.userId;
+
+    RunOutcome outcome = RunOutcome::Done;
+    switch (options.command) {
+        case ToolCommand::Generate: outcome = controller.PreviewClick(); break;
+        case ToolCommand::Trial:
+        case ToolCommand::Validate: outcome = controller.TrialClick(); break;
+        case ToolCommand::Submit:
+            outcome = controller.PreviewClick();
+            if (outcome == RunOutcome::WarningsPending) {
+                if (options.proceedWithWarnings) {
+                    terminal.Err("Proceeding with the submission despite the warnings (--proceed-with-warnings).");
+                    outcome = controller.DirectSubmitProceedClick();
+                } else {
+                    terminal.Err("Nothing was submitted. Review the warnings, then run submit again with "
+                                 "--proceed-with-warnings to submit with them.");
+                }
+            }
+            break;
+        case ToolCommand::Reset: return ExitStatusOf(controller.ResetClick());
+        default: break;
+    }
+
+    // A direct submission goes on to its question even when the validation
+    // pass refused the data; for a script that ending is a validation failure.
+    if (direct && controller.LastValidationRefused()) outcome = RunOutcome::ValidationRefused;
+    int status = ExitStatusOf(outcome);
+    // The form leaves these endings to its log page; a terminal user gets one line.
+    if (outcome == RunOutcome::ValidationRefused) {
+        terminal.Err("Error: the data failed validation, so no file was made. The run log says why"
+                     + std::string(direct ? "." : "; the employee error log lists the employees."));
+    } else if (outcome == RunOutcome::NothingProduced) {
+        terminal.Err("No file was made: there were no records to process, or the file could not be "
+                     "saved. The run log says which.");
+    }
+    // Nothing ran when nothing was logged; the files of the last run stay.
+    if (!controller.LogMemo().Lines().empty() || !controller.DebugMemo().Lines().empty()) {
+        struct LogFile {
+            LogFileKind kind;
+            const char* label;
+        };
+        std::vector<LogFile> files = {{LogFileKind::RunLog, "Run log: "},
+                                      {LogFileKind::DebugLog, "Debug log: "}};
+        // Direct submission keeps its employee error list on screen only.
+        if (!direct) files.push_back({LogFileKind::EmployeeErrorLog, "Employee error log: "});
+        try {
+            for (const LogFile& file : files) {
+                terminal.Err(file.label + controller.SaveLogFile(file.kind).string());
+            }
+        } catch (const fs::filesystem_error& failure) {
+            terminal.Err("Error: the logs cannot be saved in " + failure.path1().string() + ": " +
+                         failure.code().message() + ".");
+            if (status == kExitSuccess) status = kExitFileSystem;
+        } catch (const std::exception& failure) {
+            terminal.Err(std::string("Error: ") + failure.what());
+            if (status == kExitSuccess) status = kExitFileSystem;
+        }
+    }
+    if (!controller.SummaryFilePath().empty()) {
+        terminal.Err("Summary file: " + controller.SummaryFilePath());
+    }
+    if (!controller.RunFolder().empty() && fs::is_directory(controller.RunFolder(), error)) {
+        terminal.Err("Run folder: " + controller.RunFolder());
+    }
+    return status;
+}
+
+// Forgets the database when the command ends, so that the next command of
+// the same process (a test) opens its own.
+struct DatabaseAliasGuard {
+    ~DatabaseAliasGuard() { db::ConnectionRegistry::Unregister("kovadb"); }
+};
+
+}  // namespace
+
+int RunYearEndTool(const std::vector<std::string>& args, ToolStreams streams) {
+    Terminal terminal(streams);
+    if (args.empty()) {
+        streams.err << HelpText(ToolCommand::Help);
+        return kExitUsage;
+    }
+    const ParsedCommandLine parsed = ParseCommandLine(args);
+    if (!parsed.options) {
+        terminal.Err("iras-yearend: " + parsed.error);
+        terminal.Err("Run \"iras-yearend --help\" for the commands and their options.");
+        return kExitUsage;
+    }
+    const ToolOptions& options = *parsed.options;
+    try {
+        switch (options.command) {
+            case ToolCommand::Help:
+                streams.out << HelpText(options.helpFor.value_or(ToolCommand::Help));
+                return kExitSuccess;
+            case ToolCommand::InitDb: return InitDatabase(options, terminal);
+            case ToolCommand::Check: return CheckFiles(options, terminal);
+            default: {
+                DatabaseAliasGuard guard;
+                return RunCommand(options, terminal);
+            }
+        }
+    } catch (const db::DatabaseError& failure) {
+        terminal.Err(std::string("Error: ") + failure.what());
+        return kExitDatabase;
+    } catch (const fs::filesystem_error& failure) {
+        terminal.Err("Error: cannot create or write " + failure.path1().string() + ": " +
+                     failure.code().message() + ".");
+        return kExitFileSystem;
+    } catch (const RunError& failure) {
+        terminal.Err(std::string("Error: ") + failure.what());
+        return kExitFileSystem;
+    } catch (const std::exception& failure) {
+        terminal.Err(std::string("Error: ") + failure.what());
+        return kExitDatabase;
+    }
+}
+
+}  // namespace iras
