@@ -15,7 +15,11 @@ namespace iras {
 
 namespace {
 
-enum class Money { Dollars, Donation, Cents };
+// Dollars: "0" when zero, else whole dollars after rounding to cents.
+// Donation: rounded up to the whole dollar first. Unrounded: the encoded
+// amount as it stands, with no zero test before it, so that a remainder
+// below a cent still carries its sign code. Cents: whole cents.
+enum class Money { Dollars, Donation, Unrounded, Cents };
 
 struct MoneyField {
     const char* column;
@@ -37,7 +41,7 @@ constexpr std::array<MoneyField, 26> kMoneyFields{{
     {"Bonus", 318, 9, Money::Dollars, 2, "Bonus"},
     {"DirectorFee", 327, 9, Money::Dollars, 3, "Director's fee"},
     {"OthersAmt", 336, 9, Money::Dollars, 4, "Others"},
-    {"TotalStockGainsBef", 345, 9, Money::Dollars, -1, "Stock gains (plans before 2003)"},
+    {"TotalStockGainsBef", 345, 9, Money::Unrounded, -1, "Stock gains (plans before 2003)"},
     {"ExemptIncomeAmt", 354, 9, Money::Dollars, 5, "Exempt income"},
     {"TaxBorneByER", 363, 9, Money::Dollars, 6, "Tax borne by employer"},
     {"FixedAmtBorneByEE", 372, 9, Money::Dollars, 7, "Fixed tax borne by employee"},
@@ -61,8 +65,11 @@ double PrintedSource(const MoneyField& field, double value) {
 }
 
 std::optional<std::string> Encode(const MoneyField& field, double value) {
-    return field.kind == Money::Cents ? ir8a::CentsField(value, field.width)
-                                      : ir8a::DollarsField(PrintedSource(field, value), field.width);
+    switch (field.kind) {
+        case Money::Cents: return ir8a::CentsField(value, field.width);
+        case Money::Unrounded: return ir8a::UnroundedDollarsField(value, field.width);
+        default: return ir8a::DollarsField(PrintedSource(field, value), field.width);
+    }
 }
 
 std::string TwoPlaces(double value) {
@@ -168,12 +175,13 @@ void RIR8AeSubmission::PrepareIR8ADetails() {
     const Date approved = DateOf("CompensationApprovedDate");
     flag(381, !_IsZeroValue(Amount("TotBenefitsInKind")));
     // 383, section 45: whether tax is withheld on a non-resident director's
-    // fees. Directors only; see ir8a::IsDirector for who counts as one.
-    text(382, 1, ir8a::Section45Indicator(Text("Designation"), directorFee, Text("IRASSection45")));
-    // 384, income tax borne by the employer: the IRAS code of
-    // IncomeBorneStatus, F fully, P partially, H a fixed amount borne by the
-    // employee; blank when not applicable.
-    text(383, 1, keywordCode(Text("IncomeBorneStatus")));
+    // fees. Directors only: those whose designation names them one.
+    text(382, 1, ir8a::Section45Indicator(Text("Designation"), Text("IRASSection45")));
+    // 384, income tax borne by the employer: F fully, P partially, H a fixed
+    // amount borne by the employee; blank when not applicable.
+    const std::string borneStatus = Text("IncomeBorneStatus");
+    text(383, 1, ir8a::IncomeBorneCode(borneStatus, keywordCode(borneStatus),
+                                       Amount("FixedAmtBorneByEE")));
     flag(384, !_IsZeroValue(Amount("Gratuity")));
     flag(385, !_IsZeroValue(compensation));
     if (!_IsZeroValue(compensation)) {

@@ -31,6 +31,14 @@ std::optional<std::string> DollarsField(double value, int width) {
     }
 }
 
+std::optional<std::string> UnroundedDollarsField(double value, int width) {
+    try {
+        return Fitting(DecodeAmount(value, false, true, 0, width), width);
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
+}
+
 std::optional<std::string> CentsField(double value, int width) {
     if (_IsZeroValue(value)) return _PadLeadingZeroes("", width);
     try {
@@ -44,16 +52,15 @@ double DollarsValue(double value) { return _Trunc(_Round(value, 2), 0); }
 
 double DonationDollars(double value) { return std::ceil(_Round(value, 2)); }
 
-bool IsDirector(const std::string& designation, double directorFee) {
+bool IsDirector(const std::string& designation) {
     std::string upper = designation;
     std::transform(upper.begin(), upper.end(), upper.begin(),
                    [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return upper.find("DIRECTOR") != std::string::npos || !_IsZeroValue(directorFee);
+    return upper.find("DIRECTOR") != std::string::npos;
 }
 
-std::string Section45Indicator(const std::string& designation, double directorFee,
-                               const std::string& section45) {
-    if (!IsDirector(designation, directorFee)) return "";
+std::string Section45Indicator(const std::string& designation, const std::string& section45) {
+    if (!IsDirector(designation)) return "";
     if (section45 == "Y" || section45 == "N") return section45;
     return "";
 }
@@ -61,6 +68,13 @@ std::string Section45Indicator(const std::string& designation, double directorFe
 std::string IndicatorCode(bool located, const std::string& code) {
     if (!located || code == "N") return "";
     return code;
+}
+
+std::string IncomeBorneCode(const std::string& status, const std::string& keywordCode,
+                            double fixedAmtBorneByEE) {
+    if (status == "Full") return "F";
+    if (keywordCode.empty() && !_IsZeroValue(fixedAmtBorneByEE)) return "H";
+    return keywordCode;
 }
 
 std::string FormatThousands(double value) {

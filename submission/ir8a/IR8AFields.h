@@ -16,6 +16,12 @@ namespace iras::ir8a {
 // would be wider than width.
 std::optional<std::string> DollarsField(double value, int width);
 
+// The stock gains of plans granted before 2003: DecodeAmount as it stands,
+// without the zero test of dollars(w), so a positive remainder below a cent
+// keeps its sign code (0.004 in nine places is "00000000{"). Nothing when
+// wider than width.
+std::optional<std::string> UnroundedDollarsField(double value, int width);
+
 // cents(w): w zeros for a zero amount, else whole cents with the sign in the
 // last character, zero-filled to width. Nothing when wider than width.
 std::optional<std::string> CentsField(double value, int width);
@@ -28,14 +34,18 @@ double DollarsValue(double value);
 double DonationDollars(double value);
 
 // Whether the employee is a director, for the section 45 indicator: the
-// employee's designation contains "DIRECTOR" in any letter case, or a
-// director's fee was paid.
-bool IsDirector(const std::string& designation, double directorFee);
+// employee's designation contains "DIRECTOR" in any letter case.
+bool IsDirector(const std::string& designation);
 
 // Position 383: "Y" or "N" as IRASSection45 holds it, for directors only;
 // blank for everyone else and for a value that is neither.
-std::string Section45Indicator(const std::string& designation, double directorFee,
-                               const std::string& section45);
+std::string Section45Indicator(const std::string& designation, const std::string& section45);
+
+// Position 384: "F" for a status of "Full" even when its keyword is missing;
+// otherwise the keyword's code (blank for "N"), and "H" when that leaves the
+// field blank although the employee bears a fixed amount of the tax.
+std::string IncomeBorneCode(const std::string& status, const std::string& keywordCode,
+                            double fixedAmtBorneByEE);
 
 // A keyword's IRAS code for a one-character indicator: blank when the code is
 // "N" (not applicable) or the payroll code located no keyword.

@@ -77,6 +77,12 @@ std::string RIR8AeSubmission::EmployeeQueryText() const {
 
 int RIR8AeSubmission::RefreshQuery() {
     WriteAllBanner("           PROCESSING IR8A INFORMATION          ");
+    if (IR8AType != "CurIR8A" && IR8AType != "SupIR8A") {
+        // Any other type would silently be taken for the supplementary return.
+        WriteAllMemo("Unknown IR8A type \"" + IR8AType +
+                     "\": it must be CurIR8A or SupIR8A. No file is created.");
+        return 0;
+    }
     OpenKeywordQuery();
     OpenEmployerQuery(
         " Select (TRIM(replace(replace(replace(ERName1,'''',''),';',''),'^','')) || ' ' || "

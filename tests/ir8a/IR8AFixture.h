@@ -24,8 +24,6 @@
 
 namespace iras::testing {
 
-inline DateTime IR8AClock() { return DateTime{Date{2024, 3, 1}, 9, 5, 7}; }
-
 inline std::string ReadBytes(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
@@ -34,21 +32,17 @@ inline std::string ReadBytes(const std::filesystem::path& path) {
 // The records of a return file, split at CR LF; a last record without one fails.
 inline std::vector<std::string> Records(const std::string& bytes) {
     std::vector<std::string> records;
-    for (std::size_t start = 0; start < bytes.size();) {
-        const std::size_t end = bytes.find("\r\n", start);
-        if (end == std::string::npos) {
-            ADD_FAILURE() << "last record is not ended by CR LF";
-            break;
-        }
+    for (std::size_t start = 0, end; start < bytes.size(); start = end + 2) {
+        end = bytes.find("\r\n", start);
+        if (end == std::string::npos) { ADD_FAILURE() << "last record is not ended by CR LF"; break; }
         records.push_back(bytes.substr(start, end - start));
-        start = end + 2;
     }
     return records;
 }
 
 // A record of blanks with texts at 1-based positions, as the layout tables give them.
-inline std::string Layout(std::initializer_list<std::pair<int, std::string>> fields, int width = 1200) {
-    std::string record(static_cast<std::size_t>(width), ' ');
+inline std::string Layout(std::initializer_list<std::pair<int, std::string>> fields) {
+    std::string record(1200, ' ');
     for (const auto& [position, text] : fields) record.replace(position - 1, text.size(), text);
     return record;
 }
@@ -57,7 +51,7 @@ inline std::string Span(const std::string& record, int first, int last) {
     return record.substr(first - 1, last - first + 1);
 }
 
-// Records every call in order ("SubmitRecords(true, false)") and answers as set.
+// Records every call in order ("SubmitRecords(true, false)") and answers as scripted.
 struct RecordingEngine : BYESubmissionEngine {
     struct Script {
         std::vector<std::string> calls;
@@ -66,14 +60,14 @@ struct RecordingEngine : BYESubmissionEngine {
         std::function<void(int, const std::string&, const std::string&)> buildViews;
     };
     explicit RecordingEngine(std::shared_ptr<Script> s) : script(std::move(s)) {}
-    static std::string Flag(bool b) { return b ? "true" : "false"; }
     void Call(const std::string& line) { script->calls.push_back(line); }
+    static std::string B(bool b) { return b ? "true" : "false"; }
 
     void SetYEYear(int y) override { year = y, Call("SetYEYear(" + std::to_string(y) + ")"); }
     void SetYEEmployerId(const std::string& id) override { employer = id, Call("SetYEEmployerId(" + id + ")"); }
     void SetYESubmissionType(const std::string& t) override { type = t, Call("SetYESubmissionType(" + t + ")"); }
-    void SetYEIgnoreChanges(bool b) override { Call("SetYEIgnoreChanges(" + Flag(b) + ")"); }
-    void SetIsDirectSubmit(bool b) override { Call("SetIsDirectSubmit(" + Flag(b) + ")"); }
+    void SetYEIgnoreChanges(bool b) override { Call("SetYEIgnoreChanges(" + B(b) + ")"); }
+    void SetIsDirectSubmit(bool b) override { Call("SetIsDirectSubmit(" + B(b) + ")"); }
     void SetSubmitUserIDType(const std::string& t) override { Call("SetSubmitUserIDType(" + t + ")"); }
     void SetSubmitUserID(const std::string& id) override { Call("SetSubmitUserID(" + id + ")"); }
     void SetSubmitReportPath(const std::string& p) override { Call("SetSubmitReportPath(" + p + ")"); }
@@ -93,7 +87,7 @@ struct RecordingEngine : BYESubmissionEngine {
         memo->Append("engine record for " + name);
     }
     int SubmitRecords(bool original, bool allRun) override {
-        Call("SubmitRecords(" + Flag(original) + ", " + Flag(allRun) + ")");
+        Call("SubmitRecords(" + B(original) + ", " + B(allRun) + ")");
         return script->submit;
     }
     int CopyRecords(int, int) override { return 1; }
@@ -102,6 +96,8 @@ struct RecordingEngine : BYESubmissionEngine {
     int year = 0;
     std::string employer, type;
 };
+
+inline DateTime IR8AClock() { return DateTime{Date{2024, 3, 1}, 9, 5, 7}; }
 
 class IR8ATest : public ::testing::Test {
 protected:
@@ -118,8 +114,7 @@ protected:
             " AuthorisedName, Designation, TelephoneNo, EmailAddress, DivisionBranch) VALUES"
             " ('ACME', 'O''Brien Trading', 'Pte. Ltd.', 'PrivateSector', 'UEN', '201912345K', 'Tan Ah Kow',"
             " 'Finance Manager', '61234567', 'payroll@acme.com.sg', 'Head Office');"
-            "INSERT INTO YEGlobal (YEGlobalId, YEYear, YEGlobalType) VALUES (1, 2023, 'CurIR8A'),"
-            " (2, 2024, 'SupIR8A');");
+            "INSERT INTO YEGlobal (YEGlobalId, YEYear, YEGlobalType) VALUES (1, 2023, 'CurIR8A'), (2, 2024, 'SupIR8A');");
         script->buildViews = [this](int year, const std::string& employer, const std::string& type) {
             BuildViews(year, employer, type);
         };
@@ -139,12 +134,11 @@ protected:
         return _GetViewTableName(base, session.sGetIPAddress(), session.sGetUserID());
     }
 
-    // The view tables as an engine makes them for an Original.
+    // The view tables as an engine makes them: the employer's rows of the year.
     void BuildViews(int year, std::string employer, const std::string& type) {
-        for (std::size_t at = employer.find('\''); at != std::string::npos; at = employer.find('\'', at + 2))
+        for (auto at = employer.find('\''); at != std::string::npos; at = employer.find('\'', at + 2))
             employer.insert(at, "'");
-        const std::string y = std::to_string(year);
-        const std::string a = View("ViewYEEmployee"), b = View("ViewIR8A");
+        const std::string y = std::to_string(year), a = View("ViewYEEmployee"), b = View("ViewIR8A");
         Sql("DROP TABLE IF EXISTS " + a + "; CREATE TABLE " + a + " AS SELECT * FROM YEEmployee WHERE YEEmployerId = '" +
             employer + "' AND YEYear = " + y + "; DROP TABLE IF EXISTS " + b + "; CREATE TABLE " + b +
             " AS SELECT * FROM IR8A WHERE YEYear = " + y + " AND IR8AType = '" + type + "';");
@@ -155,13 +149,10 @@ protected:
         IRASSubmissionParameters p = params;
         p.ignoreChanges = p.original;
         p.year = type == "SupIR8A" ? basisYear + 1 : basisYear;
-        auto job = std::make_unique<RIR8AeSubmission>(&session, p, runFolder.empty() ? (root / "run").string() : runFolder,
-                                                      copyFolder);
-        job->SetLogMemo(&log);
-        job->SetInternalMemo(&debug);
-        job->SetEmployeeErrorLog(&employeeErrors);
-        job->SetIR8AType(type);
-        job->SetBasisYear(basisYear);
+        auto job = std::make_unique<RIR8AeSubmission>(
+            &session, p, runFolder.empty() ? (root / "run").string() : runFolder, copyFolder);
+        job->SetLogMemo(&log), job->SetInternalMemo(&debug), job->SetEmployeeErrorLog(&employeeErrors);
+        job->SetIR8AType(type), job->SetBasisYear(basisYear);
         return job;
     }
 
@@ -175,6 +166,11 @@ protected:
     static bool Has(const LogSink& sink, const std::string& line) {
         const auto lines = sink.Lines();
         return std::find(lines.begin(), lines.end(), line) != lines.end();
+    }
+    // The lines of the run log from the first one equal to line.
+    StringList LogFrom(const std::string& line, std::ptrdiff_t count) const {
+        const auto at = std::find(log.View().begin(), log.View().end(), line);
+        return StringList(at, at + std::min(count, log.View().end() - at));
     }
 
     std::filesystem::path root;

@@ -15,28 +15,22 @@ protected:
             " ('ACME', 2023, 201, 1, 'NRIC', 'S1111111A', 'IVAN', '301', 'M', '2023-01-01', '2023-12-31');"
             "INSERT INTO IR8A (PersonalSysId, YEYear, IR8AType, GrossTotal) VALUES (201, 2023, 'CurIR8A', 1000);");
     }
-    // Every column that the records and rules read is NULL in the view
-    // tables, but the keys and the salary that puts the employee on file.
+    // Every column of the view tables is NULL but the keys and the salary
+    // that puts the employee on file.
     void NullEverything() {
         afterViews = [this] {
-            std::string ir8a, employee;
-            for (const char* c : {"ContratualBonus", "NonContratualBonus", "BonusDeclared", "DirectorFee",
-                                  "DirFeeApproved", "Commission", "CommissionFrom", "CommissionTo",
-                                  "CommissionStatus", "Pension", "Transport", "Entertainment", "OtherAllowance",
-                                  "OtherAllowanceAmt", "CPFBorneByER", "Gratuity", "LumpSumCompensation",
-                                  "CompensationApprovedDate", "RetirementDetails", "AccruedTo", "AccruedFrom",
-                                  "EROutsideContri", "EEPensionDetails", "ERExcessContri", "TotalStockGainsBef",
-                                  "TotalStockGainsAfter", "BenefitsInKind", "IR8ABenefitsInKind", "TotalSectionD",
-                                  "RemissionAmt", "ExemptIncomeAmt", "ExemptIncomeType", "IncomeBorneStatus",
-                                  "TaxBorneByER", "FixedAmtBorneByEE", "IRASSection45", "CessationProvision",
-                                  "IR8SIndicator", "DiffERCPF", "EECPFPension", "Donation", "MOSQFund", "Insurance"})
-                ir8a += std::string(ir8a.empty() ? "" : ", ") + c + " = NULL";
-            for (const char* c : {"SupYEGlobalId", "PayeeIDType", "TaxNo", "EEName1", "EEName2", "IRASNationalityCode",
-                                  "Gender", "DOB", "Designation", "PaymentFrom", "PaymentTo", "Commencement",
-                                  "Cessation"})
-                employee += std::string(employee.empty() ? "" : ", ") + c + " = NULL";
-            Sql("UPDATE " + View("ViewIR8A") + " SET " + ir8a + "; UPDATE " + View("ViewYEEmployee") + " SET " +
-                employee + ";");
+            const std::vector<std::string> keep{"YEEmployerId", "YEYear", "PersonalSysId", "CurrentYEGlobalId",
+                                                "IR8AType", "GrossTotal"};
+            for (const std::string& view : {View("ViewIR8A"), View("ViewYEEmployee")}) {
+                db::Query columns;
+                columns.SetSQL("SELECT * FROM " + view);
+                columns.Open();
+                std::string sets;
+                for (const auto& name : columns.FieldNames())
+                    if (std::find(keep.begin(), keep.end(), name) == keep.end())
+                        sets += (sets.empty() ? "" : ", ") + name + " = NULL";
+                Sql("UPDATE " + view + " SET " + sets + ";");
+            }
         };
     }
 };
@@ -46,12 +40,13 @@ TEST_F(IR8ABadInput, NullsAreWrittenAsBlanksAndZerosInAnAmendment) {
     params.original = false;
     const auto records = Generate(*MakeJob());
     ASSERT_EQ(records.size(), 3u);
+    // Only the salary of 1000 is written; every other amount is zeros, every
+    // text and date blank. The total income is the database's sum over a
+    // NULL bonus, so it is left out of the comparison.
     const std::string expected = Layout({{1, "1"}, {288, std::string(22, '0')}, {310, "00000100{"},
                                          {319, std::string(63, '0')}, {400, std::string(11, '0')},
                                          {428, std::string(12 * 11, '0')}});
     ASSERT_EQ(records[1].size(), 1200u);
-    // The total income is the database's sum over a NULL bonus; only that
-    // field is left out of the comparison.
     EXPECT_EQ(Span(records[1], 1, 262), Span(expected, 1, 262));
     EXPECT_EQ(Span(records[1], 272, 1200), Span(expected, 272, 1200));
 }
@@ -62,26 +57,27 @@ TEST_F(IR8ABadInput, NullsInAnOriginalAreFindingsNotCrashes) {
     ASSERT_GE(employeeErrors.size(), 4u);
     EXPECT_EQ(StringList(employeeErrors.begin(), employeeErrors.begin() + 4),
               (StringList{"Identity No: ", "Employee ID: ", "Invalid ID Type.", "Invalid ID No. ID No cannot be blank."}));
-    EXPECT_TRUE(std::count(employeeErrors.begin(), employeeErrors.end(), "Invalid Section 45.") == 1);
+    EXPECT_EQ(std::count(employeeErrors.begin(), employeeErrors.end(), "Invalid Section 45."), 1);
 }
 
-TEST_F(IR8ABadInput, EmployerIdWithAnApostropheFindsItsRow) {
-    Sql("UPDATE YEEmployer SET YEEmployerId = 'O''NEIL'; UPDATE YEEmployee SET YEEmployerId = 'O''NEIL';");
+TEST_F(IR8ABadInput, ApostropheInTheEmployerIdFindsItsRowAndLongTextsAreCutAtTheFieldEnd) {
+    Sql("UPDATE YEEmployer SET YEEmployerId = 'O''NEIL', AuthorisedName = 'Tan Ah Kow Bin Abdullah Rahman Lee',"
+        " DivisionBranch = 'Head Office and Regional Operations Centre';"
+        "UPDATE YEEmployee SET YEEmployerId = 'O''NEIL', Designation = 'Senior Vice President, Corporate Finance';");
     params.employerId = "O'NEIL";
     const auto records = Generate(*MakeJob());
     ASSERT_EQ(records.size(), 3u);
-    EXPECT_EQ(Span(records[0], 82, 141), "OBrien Trading Pte. Ltd." + std::string(36, ' '));
-}
-
-TEST_F(IR8ABadInput, TextsLongerThanTheirFieldsAreCutAtTheFieldEnd) {
-    Sql("UPDATE YEEmployer SET AuthorisedName = 'Tan Ah Kow Bin Abdullah Rahman Lee',"
-        " DivisionBranch = 'Head Office and Regional Operations Centre';"
-        "UPDATE YEEmployee SET Designation = 'Senior Vice President, Corporate Finance';");
-    const auto records = Generate(*MakeJob());
-    ASSERT_EQ(records.size(), 3u);
     EXPECT_EQ(Span(records[0], 22, 52), "Tan Ah Kow Bin Abdullah Rahman" "F");
+    EXPECT_EQ(Span(records[0], 82, 141), "OBrien Trading Pte. Ltd." + std::string(36, ' '));
     EXPECT_EQ(Span(records[0], 231, 270), "Head Office and Regional Opera" "IR8A      ");
     EXPECT_EQ(Span(records[1], 567, 597), "Senior Vice President, Corpora ");
+}
+
+TEST_F(IR8ABadInput, UnknownReturnTypeIsRefusedWithItsName) {
+    auto job = MakeJob("CURIR8A");
+    EXPECT_EQ(job->ValidateIR8AFile(), 0);
+    EXPECT_TRUE(Has(log, "Unknown IR8A type \"CURIR8A\": it must be CurIR8A or SupIR8A. No file is created."));
+    EXPECT_TRUE(script->calls.empty());
 }
 
 }  // namespace

@@ -6,14 +6,6 @@
 namespace iras::testing {
 namespace {
 
-const char* const kOneEmployee =
-    "INSERT INTO YEEmployee (YEEmployerId, YEYear, PersonalSysId, CurrentYEGlobalId, SupYEGlobalId, PayeeIDType,"
-    " TaxNo, EEName1, IRASNationalityCode, Gender, PaymentFrom, PaymentTo) VALUES"
-    " ('ACME', 2023, 201, 1, NULL, 'NRIC', 'S1111111A', 'IVAN', '301', 'M', '2023-01-01', '2023-12-31'),"
-    " ('ACME', 2024, 201, NULL, 2, 'NRIC', 'S1111111A', 'IVAN', '301', 'M', '2023-01-01', '2023-12-31');"
-    "INSERT INTO IR8A (PersonalSysId, YEYear, IR8AType, GrossTotal) VALUES (201, 2023, 'CurIR8A', 1000),"
-    " (201, 2024, 'SupIR8A', 900);";
-
 struct Prompt : SaveFilePrompt {
     std::optional<std::string> answer;
     std::vector<std::string> proposed;
@@ -27,8 +19,14 @@ class IR8AJob : public IR8ATest {
 protected:
     void SetUp() override {
         IR8ATest::SetUp();
-        Sql(kOneEmployee);
+        Sql("INSERT INTO YEEmployee (YEEmployerId, YEYear, PersonalSysId, CurrentYEGlobalId, SupYEGlobalId,"
+            " PayeeIDType, TaxNo, EEName1, IRASNationalityCode, Gender, PaymentFrom, PaymentTo) VALUES"
+            " ('ACME', 2023, 201, 1, NULL, 'NRIC', 'S1111111A', 'IVAN', '301', 'M', '2023-01-01', '2023-12-31'),"
+            " ('ACME', 2024, 201, NULL, 2, 'NRIC', 'S1111111A', 'IVAN', '301', 'M', '2023-01-01', '2023-12-31');"
+            "INSERT INTO IR8A (PersonalSysId, YEYear, IR8AType, GrossTotal) VALUES (201, 2023, 'CurIR8A', 1000),"
+            " (201, 2024, 'SupIR8A', 900);");
     }
+    // The engine calls of the generation pass alone.
     std::vector<std::string> ProcessCalls(RIR8AeSubmission& job) {
         EXPECT_NE(job.ValidateIR8AFile(), 0);
         script->calls.clear();
@@ -44,17 +42,22 @@ TEST_F(IR8AJob, DirectSubmissionCallsTheEngineInOrderWithTheCurrentFormType) {
     auto job = MakeJob("SupIR8A");
     ASSERT_NE(job->ValidateIR8AFile(), 0);
     ASSERT_NE(job->ProcessIR8AeSubmission(), 0);
-    const std::vector<std::string> expected{
-        "SetYEYear(2024)", "SetYEEmployerId(ACME)", "SetYESubmissionType(SupIR8A)", "SetYEIgnoreChanges(true)",
-        "SetIsDirectSubmit(true)", "SetSubmitUserIDType(CORPORATE)", "SetSubmitUserID(T08LL1234A)",
-        "SetSubmitReportPath(" + (root / "run").string() + ")", "GenerateViewTables()",
-        "ExecuteDirectSubmit(SUP_Submission(O).txt, CurIR8A, 0)", "DirectSubmitAppendLog(IRASDirectSubmitDebug.log)",
-        "DirectSubmitAppendLog(IRASDirectSubmit.log)", "SubmitRecords(true, false)"};
-    EXPECT_EQ(script->calls, expected);
+    EXPECT_EQ(script->calls,
+              (std::vector<std::string>{
+                  "SetYEYear(2024)", "SetYEEmployerId(ACME)", "SetYESubmissionType(SupIR8A)",
+                  "SetYEIgnoreChanges(true)", "SetIsDirectSubmit(true)", "SetSubmitUserIDType(CORPORATE)",
+                  "SetSubmitUserID(T08LL1234A)", "SetSubmitReportPath(" + (root / "run").string() + ")",
+                  "GenerateViewTables()", "ExecuteDirectSubmit(SUP_Submission(O).txt, CurIR8A, 0)",
+                  "DirectSubmitAppendLog(IRASDirectSubmitDebug.log)", "DirectSubmitAppendLog(IRASDirectSubmit.log)",
+                  "SubmitRecords(true, false)"}));
     EXPECT_TRUE(std::filesystem::exists(root / "run" / "SUP_Submission(O).txt"));
     EXPECT_TRUE(Has(log, "engine record for IRASDirectSubmit.log"));
     EXPECT_TRUE(Has(debug, "engine record for IRASDirectSubmitDebug.log"));
-    EXPECT_TRUE(Has(debug, "Submission is successful.") && !Has(log, "Submission is successful."));
+    // The engine's submission is told in the debug log only.
+    EXPECT_EQ(StringList(debug.View().end() - 9, debug.View().end() - 3),
+              (StringList{"           PROCESSING SUBMISSION                ", std::string(48, ' '),
+                          std::string(48, '*'), "", "Submission is successful.", ""}));
+    EXPECT_FALSE(Has(log, "           PROCESSING SUBMISSION                ") || Has(log, "Submission is successful."));
 }
 
 TEST_F(IR8AJob, TrialDirectSubmissionOnlyChecksAndReportsWarningsBeforeErrors) {
@@ -64,12 +67,10 @@ TEST_F(IR8AJob, TrialDirectSubmissionOnlyChecksAndReportsWarningsBeforeErrors) {
     EXPECT_EQ(ProcessCalls(*job), (std::vector<std::string>{"ExecuteDirectSubmit(CUR_Submission(O).txt, CurIR8A, 1)",
                                                             "DirectSubmitAppendLog(IRASDirectSubmitDebug.log)",
                                                             "DirectSubmitAppendLog(IRASDirectSubmit.log)"}));
-    const auto lines = log.Lines();
-    const auto warning = std::find(lines.begin(), lines.end(), "Record processed with warning(s).");
-    ASSERT_NE(warning, lines.end());
-    EXPECT_EQ(*(warning + 1), "Record processed with error(s).");
+    EXPECT_EQ(LogFrom("Record processed with warning(s).", 3),
+              (StringList{"Record processed with warning(s).", "Record processed with error(s).", ""}));
     EXPECT_TRUE(job->GetHasErrors() && job->GetHasWarnings());
-    EXPECT_EQ(job->DirectSubmit("unused", "CUR_Submission(O).txt", "CurIR8A"), 0);
+    EXPECT_EQ(job->FileIdentifier(), "TEST2023eIR8A");
 }
 
 TEST_F(IR8AJob, SavePromptGetsTheFileNameAndAnActualRunKeepsACopyUnlessCancelled) {
@@ -80,17 +81,16 @@ TEST_F(IR8AJob, SavePromptGetsTheFileNameAndAnActualRunKeepsACopyUnlessCancelled
     job->SetSaveDialog(&prompt);
     EXPECT_EQ(ProcessCalls(*job), std::vector<std::string>{"SubmitRecords(true, false)"});
     EXPECT_EQ(prompt.proposed, std::vector<std::string>{"CUR_Submission(O).txt"});
+    EXPECT_EQ(job->FileIdentifier(), "2023eIR8A");
     EXPECT_EQ(ReadBytes(root / "mine.txt"), ReadBytes(root / "run" / "CUR_Submission(O).txt"));
     EXPECT_TRUE(Has(log, "File has been successfully generated to " + (root / "mine.txt").string() + "."));
     // Counters of the run, padded so that the colons line up.
-    const auto lines = log.Lines();
-    const auto counts = std::find(lines.begin(), lines.end(), "Total No. of Errors in IR8A Header             : 0");
-    ASSERT_NE(counts, lines.end());
-    EXPECT_EQ(StringList(counts + 1, counts + 4),
-              (StringList{"Total No. of Records processed                 : 1",
+    EXPECT_EQ(LogFrom("Total No. of Errors in IR8A Header             : 0", 4),
+              (StringList{"Total No. of Errors in IR8A Header             : 0",
+                          "Total No. of Records processed                 : 1",
                           "Total No. of Records successfully processed    : 1",
                           "Total No. of Records not successfully processed: 0"}));
-    EXPECT_EQ(StringList(lines.end() - 2, lines.end()), (StringList{"End Date and Time: 01/03/2024 09:05:07", ""}));
+    EXPECT_EQ(log.View().end()[-2], "End Date and Time: 01/03/2024 09:05:07");
 
     std::filesystem::remove(root / "run" / "CUR_Submission(O).txt");
     prompt.answer.reset();  // the user cancels: no file anywhere, nothing recorded
@@ -119,41 +119,45 @@ TEST_F(IR8AJob, UnwritableFolderIsNamedAndLeavesNoFileBehind) {
     ASSERT_NE(job->ValidateIR8AFile(), 0);
     EXPECT_EQ(job->ProcessIR8AeSubmission(), 0);
     const std::string prefix = "The file " + runFolder + "/CUR_Submission(O).txt could not be written: ";
-    const auto lines = log.Lines();
-    EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [&](const std::string& l) { return l.rfind(prefix, 0) == 0; }));
-    EXPECT_TRUE(job->GetOutputFilePath().empty());
-
-    // The file's name taken by a folder: the rename fails and the
-    // temporary file must not stay behind.
+    EXPECT_TRUE(std::any_of(log.View().begin(), log.View().end(),
+                            [&](const std::string& l) { return l.rfind(prefix, 0) == 0; }));
+    // The file's name taken by a folder: the rename fails, and the temporary
+    // file must not stay behind.
     runFolder.clear();
     std::filesystem::create_directories(root / "run" / "CUR_Submission(O).txt");
     auto blocked = MakeJob();
     ASSERT_NE(blocked->ValidateIR8AFile(), 0);
     EXPECT_EQ(blocked->ProcessIR8AeSubmission(), 0);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(root / "run"), std::filesystem::directory_iterator()), 1);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(root / "run"), {}), 1);
 }
 
-TEST_F(IR8AJob, ValidationLogOpensWithItsBannersAndFailedViewsStopIt) {
+TEST_F(IR8AJob, NoEmployeeToReportMakesNoFileNotEvenATrailer) {
+    Sql("DELETE FROM IR8A;");
     auto job = MakeJob();
-    ASSERT_NE(job->ValidateIR8AFile(), 0);
+    EXPECT_NE(job->ValidateIR8AFile(), 0);
+    EXPECT_EQ(job->ProcessIR8AeSubmission(), 0);
+    EXPECT_TRUE(Has(log, "No Records to be processed."));
+    EXPECT_FALSE(Has(log, "            PROCESSING IR8A TRAILER             "));
+    EXPECT_TRUE(std::filesystem::is_empty(root / "run"));
+}
+
+TEST_F(IR8AJob, ValidationLogOpensWithItsBannersAndFailuresBeforeTheQueryStopIt) {
+    ASSERT_NE(MakeJob()->ValidateIR8AFile(), 0);
     const std::string stars(48, '*'), blanks(48, ' ');
-    const StringList opening{"", stars, blanks, "     VALIDATING CURRENT IR8A FILE               ", blanks, stars, "",
-                             "Start Date and Time: 01/03/2024 09:05:07", "", stars, blanks,
-                             "           PROCESSING IR8A INFORMATION          ", blanks, stars, ""};
-    EXPECT_EQ(StringList(log.View().begin(), log.View().begin() + 15), opening);
+    EXPECT_EQ(StringList(log.View().begin(), log.View().begin() + 15),
+              (StringList{"", stars, blanks, "     VALIDATING CURRENT IR8A FILE               ", blanks, stars, "",
+                          "Start Date and Time: 01/03/2024 09:05:07", "", stars, blanks,
+                          "           PROCESSING IR8A INFORMATION          ", blanks, stars, ""}));
 
     script->generate = 0;
     EXPECT_EQ(MakeJob()->ValidateIR8AFile(), 0);
     EXPECT_TRUE(Has(debug, "RIR8AeSubmission::RefreshQuery(): Error in generating view tables."));
     EXPECT_FALSE(Has(log, "RIR8AeSubmission::RefreshQuery(): Error in generating view tables."));
-}
 
-TEST_F(IR8AJob, DatabaseFailureIsAMessageNotAnException) {
-    Sql("DROP TABLE YEGlobal;");
-    auto job = MakeJob();
-    EXPECT_EQ(job->ValidateIR8AFile(), 0);
-    const auto lines = log.Lines();
-    EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [](const std::string& l) {
+    script->generate = 1;
+    Sql("DROP TABLE YEGlobal;");  // a database failure is a message, not an exception
+    EXPECT_EQ(MakeJob()->ValidateIR8AFile(), 0);
+    EXPECT_TRUE(std::any_of(log.View().begin(), log.View().end(), [](const std::string& l) {
         return l.rfind("The validation could not be completed: ", 0) == 0 && l.find("YEGlobal") != std::string::npos;
     }));
 }
