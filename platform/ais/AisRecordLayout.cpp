@@ -77,10 +77,14 @@ constexpr std::array<IR8ATotal, 12> kIR8ATotals{{
     {288, 5, "mosque fund"},
 }};
 
-std::vector<AisField> IR8AHeader() {
-    return {Integer(3, 4, "basis year"), BatchIndicator(222),
-            DateField(223, "batch date", AisBlank::Error)};
+// Every header holds the basis year, then the batch indicator ("O" or "A")
+// with the day of the batch right after it.
+std::vector<AisField> HeaderFields(int batchColumn, const char* dateName) {
+    return {Integer(3, 4, "basis year"), BatchIndicator(batchColumn),
+            DateField(batchColumn + 1, dateName, AisBlank::Error)};
 }
+
+std::vector<AisField> IR8AHeader() { return HeaderFields(222, "batch date"); }
 
 std::vector<AisField> IR8ADetail() {
     std::vector<AisField> fields;
@@ -130,10 +134,7 @@ constexpr std::array<const char*, 6> kIR8SWages{
     "ordinary wages",   "employer CPF on ordinary wages",   "employee CPF on ordinary wages",
     "additional wages", "employer CPF on additional wages", "employee CPF on additional wages"};
 
-std::vector<AisField> IR8SHeader() {
-    return {Integer(3, 4, "basis year"), BatchIndicator(220),
-            DateField(221, "batch date", AisBlank::Error)};
-}
+std::vector<AisField> IR8SHeader() { return HeaderFields(220, "batch date"); }
 
 std::vector<AisField> IR8SDetail(int extraBlocks) {
     std::vector<AisField> fields;
@@ -166,10 +167,7 @@ std::vector<AisField> IR8SDetail(int extraBlocks) {
 
 // ---- Appendix 8A ---------------------------------------------------------
 
-std::vector<AisField> A8AHeader() {
-    return {Integer(3, 4, "basis year"), BatchIndicator(220),
-            DateField(221, "file date", AisBlank::Error)};
-}
+std::vector<AisField> A8AHeader() { return HeaderFields(220, "file date"); }
 
 std::vector<AisField> A8ADetail() {
     std::vector<AisField> fields;
@@ -263,9 +261,9 @@ std::vector<A8BTotal> A8BTotals() {
 }
 
 std::vector<AisField> A8BHeader() {
-    return {Integer(3, 4, "basis year"), BatchIndicator(222),
-            DateField(223, "batch date", AisBlank::Error),
-            DateField(231, "date of incorporation", AisBlank::Warning)};
+    std::vector<AisField> fields = HeaderFields(222, "batch date");
+    fields.push_back(DateField(231, "date of incorporation", AisBlank::Warning));
+    return fields;
 }
 
 std::vector<AisField> A8BDetail() {

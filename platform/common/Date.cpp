@@ -82,7 +82,9 @@ std::string_view TrimBlanks(std::string_view text) {
 
 std::atomic<DateTime (*)()> testClock{nullptr};
 
-DateTime LocalClock() {
+}  // namespace
+
+DateTime SystemNow() {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
     localtime_r(&now, &local);
@@ -94,8 +96,6 @@ DateTime LocalClock() {
     result.second = local.tm_sec > 59 ? 59 : local.tm_sec;
     return result;
 }
-
-}  // namespace
 
 std::optional<Date> Date::Parse(std::string_view text) {
     text = TrimBlanks(text);
@@ -157,7 +157,7 @@ DateTime Now() {
     if (const auto clock = testClock.load()) {
         return clock();
     }
-    return LocalClock();
+    return SystemNow();
 }
 
 void SetClockForTesting(DateTime (*clock)()) { testClock.store(clock); }

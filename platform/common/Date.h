@@ -56,4 +56,8 @@ struct DateTime {
 DateTime Now();
 void SetClockForTesting(DateTime (*clock)());  // nullptr restores the real clock
 
+// The workstation's own clock, never the test clock: for telling how far a
+// fixed clock is from real time.
+DateTime SystemNow();
+
 }  // namespace iras

@@ -6,22 +6,15 @@
 // database never fails on it. Registering an alias again points it at the new
 // database; queries already open keep the rows they have read.
 
-#include <algorithm>
-#include <cctype>
 #include <map>
 #include <mutex>
 
+#include "platform/common/Text.h"
 #include "platform/database/Connection.h"
 #include "platform/database/SqliteConnection.h"
 
 namespace iras::db {
 namespace {
-
-std::string Lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
 
 struct Entry {
     ConnectionConfig config;
@@ -44,7 +37,7 @@ Registry& TheRegistry() {
 void RegisterDriver(const std::string& driver, DriverFactory factory) {
     Registry& registry = TheRegistry();
     std::lock_guard lock(registry.mutex);
-    registry.drivers[Lower(driver)] = std::move(factory);
+    registry.drivers[AsciiLower(driver)] = std::move(factory);
 }
 
 std::shared_ptr<Connection> OpenConnection(const ConnectionConfig& config) {
@@ -52,7 +45,7 @@ std::shared_ptr<Connection> OpenConnection(const ConnectionConfig& config) {
     {
         Registry& registry = TheRegistry();
         std::lock_guard lock(registry.mutex);
-        const auto found = registry.drivers.find(Lower(config.driver));
+        const auto found = registry.drivers.find(AsciiLower(config.driver));
         if (found == registry.drivers.end()) {
             throw DatabaseError("There is no database driver \"" + config.driver + "\" for the database \"" +
                                 config.location + "\".");
@@ -65,13 +58,13 @@ std::shared_ptr<Connection> OpenConnection(const ConnectionConfig& config) {
 void ConnectionRegistry::Register(const std::string& alias, const ConnectionConfig& config) {
     Registry& registry = TheRegistry();
     std::lock_guard lock(registry.mutex);
-    registry.aliases[Lower(alias)] = Entry{config, nullptr};
+    registry.aliases[AsciiLower(alias)] = Entry{config, nullptr};
 }
 
 void ConnectionRegistry::Unregister(const std::string& alias) {
     Registry& registry = TheRegistry();
     std::lock_guard lock(registry.mutex);
-    registry.aliases.erase(Lower(alias));
+    registry.aliases.erase(AsciiLower(alias));
 }
 
 std::shared_ptr<Connection> ConnectionRegistry::Get(const std::string& alias) {
@@ -79,7 +72,7 @@ std::shared_ptr<Connection> ConnectionRegistry::Get(const std::string& alias) {
     {
         Registry& registry = TheRegistry();
         std::lock_guard lock(registry.mutex);
-        const auto found = registry.aliases.find(Lower(alias));
+        const auto found = registry.aliases.find(AsciiLower(alias));
         if (found == registry.aliases.end()) {
             throw DatabaseError("No database is set up under the alias \"" + alias + "\".");
         }
@@ -90,7 +83,7 @@ std::shared_ptr<Connection> ConnectionRegistry::Get(const std::string& alias) {
     std::shared_ptr<Connection> connection = OpenConnection(config);
     Registry& registry = TheRegistry();
     std::lock_guard lock(registry.mutex);
-    const auto found = registry.aliases.find(Lower(alias));
+    const auto found = registry.aliases.find(AsciiLower(alias));
     if (found == registry.aliases.end()) {
         throw DatabaseError("The database alias \"" + alias + "\" was removed while it was being opened.");
     }

@@ -55,43 +55,22 @@ using Lookups = DatabaseFunctions::Lookups;
 
 bool IsInteger(sqlite3_value* value) { return sqlite3_value_numeric_type(value) == SQLITE_INTEGER; }
 
-// ROUND(x) and ROUND(x, places): half away from zero on the decimal value.
-void RoundFunction(sqlite3_context* context, int argc, sqlite3_value** argv) {
+// ROUND(x [, places]) rounds half away from zero and TRUNCNUM(x [, places])
+// cuts toward zero, both on the decimal value as _Round and _Trunc do;
+// IRAS_MONEY(x), the server's CAST(x AS Money), keeps four decimals. NULL
+// stays NULL, and an integer is already whole at any places from zero up.
+template <double (*Cut)(double, int), int DefaultPlaces>
+void DecimalFunction(sqlite3_context* context, int argc, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL || (argc > 1 && sqlite3_value_type(argv[1]) == SQLITE_NULL)) {
         sqlite3_result_null(context);
         return;
     }
-    const int places = argc > 1 ? sqlite3_value_int(argv[1]) : 0;
+    const int places = argc > 1 ? sqlite3_value_int(argv[1]) : DefaultPlaces;
     if (places >= 0 && IsInteger(argv[0])) {
         sqlite3_result_int64(context, sqlite3_value_int64(argv[0]));
         return;
     }
-    sqlite3_result_double(context, _Round(sqlite3_value_double(argv[0]), places));
-}
-
-// TRUNCNUM(x, places): cut toward zero.
-void TruncnumFunction(sqlite3_context* context, int argc, sqlite3_value** argv) {
-    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || (argc > 1 && sqlite3_value_type(argv[1]) == SQLITE_NULL)) {
-        sqlite3_result_null(context);
-        return;
-    }
-    const int places = argc > 1 ? sqlite3_value_int(argv[1]) : 0;
-    if (places >= 0 && IsInteger(argv[0])) {
-        sqlite3_result_int64(context, sqlite3_value_int64(argv[0]));
-        return;
-    }
-    sqlite3_result_double(context, _Trunc(sqlite3_value_double(argv[0]), places));
-}
-
-// CAST(x AS Money): the server's money type keeps four decimals.
-void MoneyFunction(sqlite3_context* context, int, sqlite3_value** argv) {
-    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) {
-        sqlite3_result_null(context);
-    } else if (IsInteger(argv[0])) {
-        sqlite3_result_int64(context, sqlite3_value_int64(argv[0]));
-    } else {
-        sqlite3_result_double(context, _Round(sqlite3_value_double(argv[0]), 4));
-    }
+    sqlite3_result_double(context, Cut(sqlite3_value_double(argv[0]), places));
 }
 
 std::string_view TextOf(sqlite3_value* value) {
@@ -217,11 +196,11 @@ DatabaseFunctions::DatabaseFunctions(sqlite3* db) : lookups_(std::make_unique<Lo
     lookups_->db = db;
     void* state = lookups_.get();
     // An application function of the same name replaces SQLite's own round().
-    Register(db, "ROUND", 1, true, RoundFunction, nullptr);
-    Register(db, "ROUND", 2, true, RoundFunction, nullptr);
-    Register(db, "TRUNCNUM", 1, true, TruncnumFunction, nullptr);
-    Register(db, "TRUNCNUM", 2, true, TruncnumFunction, nullptr);
-    Register(db, "IRAS_MONEY", 1, true, MoneyFunction, nullptr);
+    Register(db, "ROUND", 1, true, DecimalFunction<_Round, 0>, nullptr);
+    Register(db, "ROUND", 2, true, DecimalFunction<_Round, 0>, nullptr);
+    Register(db, "TRUNCNUM", 1, true, DecimalFunction<_Trunc, 0>, nullptr);
+    Register(db, "TRUNCNUM", 2, true, DecimalFunction<_Trunc, 0>, nullptr);
+    Register(db, "IRAS_MONEY", 1, true, DecimalFunction<_Round, 4>, nullptr);
     Register(db, "YEAR", 1, true, YearFunction, nullptr);
     Register(db, "FGetDateTimeFormat", 1, true, DateTimeFormatFunction, nullptr);
     // The look-ups read tables, so they are not deterministic.

@@ -15,24 +15,12 @@
 #include <limits>
 #include <unordered_map>
 
+#include "platform/common/Text.h"
 #include "platform/database/Connection.h"
 #include "platform/database/SqlDialect.h"
 
 namespace iras::db {
 namespace {
-
-std::string Lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
-
-std::string Trim(const std::string& text) {
-    const auto first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string::npos) return "";
-    const auto last = text.find_last_not_of(" \t\r\n");
-    return text.substr(first, last - first + 1);
-}
 
 // A real number as the database shows it: fifteen significant digits, with
 // no trailing zeros and no ".0" on a whole number (1234.5 -> "1234.5",
@@ -46,7 +34,7 @@ std::string RealText(double value) {
 }
 
 std::optional<double> ParseReal(const std::string& text) {
-    std::string trimmed = Trim(text);
+    std::string trimmed = TrimSpace(text);
     if (!trimmed.empty() && trimmed.front() == '+') trimmed.erase(0, 1);
     double value = 0.0;
     const auto result = std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), value);
@@ -96,6 +84,17 @@ struct Query::State {
         return text;
     }
 
+    // The text that Open or ExecSQL runs; without one the query is refused,
+    // naming its alias.
+    std::string TextToRun(const std::string& alias, const char* kind) const {
+        std::string text = Text();
+        if (TrimSpace(text).empty()) {
+            throw DatabaseError("The " + std::string(kind) + " on database alias \"" + alias +
+                                "\" has no SQL text to run.");
+        }
+        return text;
+    }
+
     // The text for a message: the first line, shortened.
     std::string Quoted() const {
         std::string text = Text();
@@ -141,7 +140,7 @@ void Query::SetParam(const std::string& name, Value value) {
     State& state = StateOf(state_);
     const std::string key = name.starts_with(":") ? name.substr(1) : name;
     for (auto& [existing, current] : state.parameters) {
-        if (Lower(existing) == Lower(key)) {
+        if (SameIgnoringCase(existing, key)) {
             current = std::move(value);
             return;
         }
@@ -152,10 +151,7 @@ void Query::SetParam(const std::string& name, Value value) {
 void Query::Open() {
     State& state = StateOf(state_);
     Close();
-    const std::string text = state.Text();
-    if (Trim(text).empty()) {
-        throw DatabaseError("The query on database alias \"" + alias_ + "\" has no SQL text to run.");
-    }
+    const std::string text = state.TextToRun(alias_, "query");
     std::shared_ptr<Connection> connection = ConnectionRegistry::Get(alias_);
     const std::optional<std::string> table = SingleSourceTable(text);
     ResultSet result = connection->Select(text, state.parameters, table.value_or(""));
@@ -163,7 +159,7 @@ void Query::Open() {
     state.result = std::move(result);
     for (std::size_t c = 0; c < state.result.columns.size(); ++c) {
         // The first of two equal names wins, as in "A JOIN B ... *".
-        state.index.emplace(Lower(state.result.columns[c].name), c);
+        state.index.emplace(AsciiLower(state.result.columns[c].name), c);
     }
     state.connection = std::move(connection);
     state.active = true;
@@ -174,10 +170,7 @@ void Query::Open() {
 void Query::ExecSQL() {
     State& state = StateOf(state_);
     Close();
-    const std::string text = state.Text();
-    if (Trim(text).empty()) {
-        throw DatabaseError("The statement on database alias \"" + alias_ + "\" has no SQL text to run.");
-    }
+    const std::string text = state.TextToRun(alias_, "statement");
     ConnectionRegistry::Get(alias_)->Execute(text, state.parameters);
 }
 
@@ -231,7 +224,7 @@ int Query::RecordCount() const {
 }
 
 bool Query::HasField(const std::string& name) const {
-    return Active() && state_->index.count(Lower(name)) != 0;
+    return Active() && state_->index.count(AsciiLower(name)) != 0;
 }
 
 Field Query::FieldByName(const std::string& name) {
@@ -240,7 +233,7 @@ Field Query::FieldByName(const std::string& name) {
         throw DatabaseError("Field \"" + name + "\" cannot be read: the query on database alias \"" + alias_ +
                             "\" is not open (SQL: " + state.Quoted() + ")");
     }
-    const auto found = state.index.find(Lower(name));
+    const auto found = state.index.find(AsciiLower(name));
     if (found == state.index.end()) {
         throw DatabaseError("The query on database alias \"" + alias_ + "\" has no field \"" + name +
                             "\" (SQL: " + state.Quoted() + ")");
@@ -283,7 +276,7 @@ void Query::Post() {
     for (std::size_t c = 0; c < state.changed.size(); ++c) {
         if (!state.changed[c]) continue;
         const ResultColumn& column = state.result.columns[c];
-        if (column.origin.empty() || Lower(column.table) != Lower(state.table)) {
+        if (column.origin.empty() || !SameIgnoringCase(column.table, state.table)) {
             throw DatabaseError("Field \"" + column.name + "\" is computed by the query and cannot be written to table " +
                                 state.table + " (SQL: " + state.Quoted() + ")");
         }
@@ -331,7 +324,7 @@ std::int64_t Field::AsInteger() const {
     if (const auto* integer = std::get_if<std::int64_t>(&value)) return *integer;
     if (const auto* real = std::get_if<double>(&value)) return RoundToInteger(*real);
     if (const auto* text = std::get_if<std::string>(&value)) {
-        const std::string trimmed = Trim(*text);
+        const std::string trimmed = TrimSpace(*text);
         std::int64_t whole = 0;
         const auto result = std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), whole);
         if (!trimmed.empty() && result.ec == std::errc() && result.ptr == trimmed.data() + trimmed.size()) {

@@ -11,6 +11,8 @@
 #include <map>
 #include <vector>
 
+#include "platform/common/Text.h"
+
 namespace iras::db {
 namespace {
 
@@ -29,24 +31,8 @@ bool IsNameChar(unsigned char c) {
     return std::isalnum(c) || c == '_' || c == '$' || c == '#' || c == '@' || c >= 0x80;
 }
 
-std::string Lower(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return result;
-}
-
 bool Is(const Token& token, std::string_view word) {
-    if (token.kind != Kind::Name || token.text.size() != word.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < word.size(); ++i) {
-        if (std::toupper(static_cast<unsigned char>(token.text[i])) !=
-            std::toupper(static_cast<unsigned char>(word[i]))) {
-            return false;
-        }
-    }
-    return true;
+    return token.kind == Kind::Name && SameIgnoringCase(token.text, word);
 }
 
 bool IsSymbol(const Token& token, std::string_view symbol) {
@@ -232,13 +218,6 @@ std::string Join(const std::vector<Token>& tokens, std::size_t begin, std::size_
     return text;
 }
 
-std::string Trim(const std::string& text) {
-    const auto first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string::npos) return "";
-    const auto last = text.find_last_not_of(" \t\r\n");
-    return text.substr(first, last - first + 1);
-}
-
 bool EndsSelectList(const Token& token) {
     static constexpr std::string_view words[] = {"FROM", "WHERE", "GROUP", "HAVING", "ORDER",
                                                  "LIMIT", "UNION", "INTERSECT", "EXCEPT",
@@ -266,7 +245,7 @@ public:
                 continue;
             }
             if (token.kind == Kind::Name && !aliases.empty() && Replaceable(k, begin, end)) {
-                const auto found = aliases.find(Lower(token.text));
+                const auto found = aliases.find(AsciiLower(token.text));
                 if (found != aliases.end()) {
                     text += "(" + found->second + ")";
                     ++k;
@@ -338,14 +317,14 @@ private:
             const std::string expression = Render(begin, as, aliases);
             std::string name = tokens_[last].text;
             if (tokens_[last].kind == Kind::QuotedName) name = name.substr(1, name.size() - 2);
-            aliases[Lower(name)] = Trim(expression);
+            aliases[AsciiLower(name)] = TrimSpace(expression);
             return expression + Join(tokens_, as, end);
         }
         const std::string original = Join(tokens_, begin, end);
         std::string rendered = Render(begin, end, aliases);
         if (rendered != original) {
             // Keep the column name that the item would have had unrewritten.
-            std::string name = Trim(original);
+            std::string name = TrimSpace(original);
             std::string quoted = "\"";
             for (char c : name) quoted += (c == '"') ? std::string("\"\"") : std::string(1, c);
             const auto trailing = rendered.find_last_not_of(" \t\r\n");
@@ -447,6 +426,15 @@ bool ScriptControlsTransactions(std::string_view script) {
         statementStart = depth == 0 && IsSymbol(token, ";");
     }
     return false;
+}
+
+std::string QuoteName(std::string_view name) {
+    std::string quoted = "\"";
+    for (char c : name) {
+        quoted += c;
+        if (c == '"') quoted += '"';
+    }
+    return quoted + "\"";
 }
 
 }  // namespace iras::db

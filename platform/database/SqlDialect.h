@@ -45,4 +45,8 @@ std::string WithTrailingColumn(std::string_view sql, std::string_view column);
 // that it must not be wrapped in one.
 bool ScriptControlsTransactions(std::string_view script);
 
+// name as a quoted SQL identifier ("a""b" for a"b), safe for any table or
+// column name that the queries build in.
+std::string QuoteName(std::string_view name);
+
 }  // namespace iras::db

@@ -6,13 +6,13 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <map>
 #include <string>
 #include <mutex>
 #include <system_error>
 
+#include "platform/common/Text.h"
 #include "platform/database/DatabaseFunctions.h"
 #include "platform/database/SqlDialect.h"
 
@@ -34,21 +34,6 @@ constexpr const char* RowKeyColumn = "iras_row_key_";
 // A translated text is kept for the next run of the same text; the jobs run
 // the same few texts for every employee.
 constexpr std::size_t TranslationCacheSize = 512;
-
-std::string Lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
-
-std::string Quote(const std::string& name) {
-    std::string quoted = "\"";
-    for (char c : name) {
-        quoted += c;
-        if (c == '"') quoted += '"';
-    }
-    return quoted + "\"";
-}
 
 class SqliteConnection final : public Connection {
 public:
@@ -101,22 +86,8 @@ public:
 
     std::int64_t Execute(const std::string& sql, const Parameters& parameters) override {
         std::lock_guard lock(mutex_);
-        const std::string translated = Translate(sql);
-        std::int64_t changed = 0;
-        const char* next = translated.c_str();
-        while (*next) {
-            const char* tail = nullptr;
-            StatementPtr statement = Prepare(next, sql, &tail);
-            next = tail;
-            if (!statement) continue;  // only blanks or comments were left
-            Bind(statement.get(), parameters, sql);
-            int rc;
-            while ((rc = sqlite3_step(statement.get())) == SQLITE_ROW) {
-            }
-            if (rc != SQLITE_DONE) throw Failure(rc, sql);
-            changed += sqlite3_changes64(db_.get());
-        }
-        return changed;
+        return RunEach(Translate(sql), &parameters, sql,
+                       [&](int rc, int, std::string_view) { return Failure(rc, sql); });
     }
 
     void ExecScript(const std::string& script) override {
@@ -124,32 +95,16 @@ public:
         if (wrap) Begin();
         try {
             std::lock_guard lock(mutex_);
-            const std::string translated = TranslateForSqlite(script);
-            const char* next = translated.c_str();
-            int number = 0;
-            while (*next) {
-                const char* start = next;
-                const char* tail = nullptr;
-                sqlite3_stmt* raw = nullptr;
-                int rc = sqlite3_prepare_v2(db_.get(), start, -1, &raw, &tail);
-                StatementPtr statement(raw);
-                next = tail ? tail : start + std::char_traits<char>::length(start);
-                if (rc == SQLITE_OK && !statement) continue;  // only blanks or comments were left
-                ++number;
-                if (rc == SQLITE_OK) {
-                    while ((rc = sqlite3_step(statement.get())) == SQLITE_ROW) {
-                    }
-                    if (rc == SQLITE_DONE) continue;
-                }
+            // A failing statement is named by its number and its start.
+            RunEach(TranslateForSqlite(script), nullptr, script, [&](int, int number, std::string_view statement) {
                 const int code = sqlite3_extended_errcode(db_.get());
-                std::string text(start, static_cast<std::size_t>(next - start));
-                const auto first = text.find_first_not_of(" \t\r\n");
-                text = first == std::string::npos ? "" : text.substr(first);
+                const auto first = statement.find_first_not_of(" \t\r\n");
+                std::string text(first == std::string_view::npos ? std::string_view() : statement.substr(first));
                 if (text.size() > 300) text = text.substr(0, 300) + "...";
-                throw DatabaseError(Describe(code, sqlite3_errmsg(db_.get()),
-                                             "statement " + std::to_string(number) + " of the script: " + text),
-                                    code);
-            }
+                return DatabaseError(Describe(code, sqlite3_errmsg(db_.get()),
+                                              "statement " + std::to_string(number) + " of the script: " + text),
+                                     code);
+            });
         } catch (...) {
             if (wrap) Rollback();
             throw;
@@ -160,12 +115,12 @@ public:
     void UpdateRow(const std::string& table, const Value& rowKey,
                    const std::vector<std::pair<std::string, Value>>& changes) override {
         if (changes.empty()) return;
-        std::string sql = "UPDATE " + Quote(table) + " SET ";
+        std::string sql = "UPDATE " + QuoteName(table) + " SET ";
         Parameters parameters;
         for (std::size_t k = 0; k < changes.size(); ++k) {
             if (k) sql += ", ";
             const std::string name = "v" + std::to_string(k);
-            sql += Quote(changes[k].first) + " = :" + name;
+            sql += QuoteName(changes[k].first) + " = :" + name;
             parameters.emplace_back(name, changes[k].second);
         }
         sql += " WHERE rowid = :key";
@@ -281,6 +236,38 @@ private:
         return DatabaseError(Describe(code ? code : rc, sqlite3_errmsg(db_.get()), sql), code ? code : rc);
     }
 
+    // Runs each statement of a translated text in turn, with the parameters
+    // when there are any, and returns the rows changed. A statement that fails
+    // to prepare or to run throws what failed(code, its number, its text) gives.
+    template <typename Failed>
+    std::int64_t RunEach(const std::string& translated, const Parameters* parameters, const std::string& sql,
+                         Failed failed) {
+        std::int64_t changed = 0;
+        int number = 0;
+        const char* next = translated.c_str();
+        while (*next) {
+            const char* start = next;
+            const char* tail = nullptr;
+            sqlite3_stmt* raw = nullptr;
+            int rc = sqlite3_prepare_v2(db_.get(), start, -1, &raw, &tail);
+            StatementPtr statement(raw);
+            next = tail ? tail : start + std::char_traits<char>::length(start);
+            if (rc == SQLITE_OK && !statement) continue;  // only blanks or comments were left
+            ++number;
+            if (rc == SQLITE_OK) {
+                if (parameters) Bind(statement.get(), *parameters, sql);
+                while ((rc = sqlite3_step(statement.get())) == SQLITE_ROW) {
+                }
+                if (rc == SQLITE_DONE) {
+                    changed += sqlite3_changes64(db_.get());
+                    continue;
+                }
+            }
+            throw failed(rc, number, std::string_view(start, static_cast<std::size_t>(next - start)));
+        }
+        return changed;
+    }
+
     std::string Translate(const std::string& sql) {
         const auto found = translations_.find(sql);
         if (found != translations_.end()) return found->second;
@@ -291,12 +278,8 @@ private:
     // Prepares the first statement of text (translated); original is the text
     // as the caller wrote it, for messages. Null when only blanks were left.
     StatementPtr Prepare(const std::string& text, const std::string& original, const char** tail) {
-        return Prepare(text.c_str(), original, tail);
-    }
-
-    StatementPtr Prepare(const char* text, const std::string& original, const char** tail) {
         sqlite3_stmt* raw = nullptr;
-        const int rc = sqlite3_prepare_v2(db_.get(), text, -1, &raw, tail);
+        const int rc = sqlite3_prepare_v2(db_.get(), text.c_str(), -1, &raw, tail);
         StatementPtr statement(raw);
         if (rc != SQLITE_OK) throw Failure(rc, original);
         return statement;
@@ -329,9 +312,9 @@ private:
             if (!rawName) {
                 throw DatabaseError(Describe(SQLITE_RANGE, "a parameter without a name (\"?\") cannot be set", sql));
             }
-            const std::string name = Lower(rawName + 1);
+            const std::string_view name = rawName + 1;
             const auto found = std::find_if(parameters.begin(), parameters.end(),
-                                            [&](const auto& p) { return Lower(p.first) == name; });
+                                            [&](const auto& p) { return SameIgnoringCase(p.first, name); });
             if (found == parameters.end()) {
                 throw DatabaseError(Describe(SQLITE_RANGE, std::string("no value was given for parameter ") + rawName,
                                              sql));

@@ -5,7 +5,6 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <ctime>
 #include <mutex>
 #include <optional>
 
@@ -47,19 +46,6 @@ std::string EncodeForIdentifier(const std::string& text) {
     return encoded;
 }
 
-// The workstation's own clock, read past the test seam of Now().
-DateTime RealLocalTime() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
-    DateTime result;
-    result.date = Date{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday};
-    result.hour = local.tm_hour;
-    result.minute = local.tm_min;
-    result.second = local.tm_sec;
-    return result;
-}
-
 long long SecondsOf(const DateTime& moment) {
     using namespace std::chrono;
     const sys_days day = year{moment.date.year} / month{static_cast<unsigned>(moment.date.month)} /
@@ -71,7 +57,7 @@ long long SecondsOf(const DateTime& moment) {
 // Now() is the test clock while SetClockForTesting holds one; a fixed clock
 // shows itself by differing from the real one.
 bool ClockIsFixedForTesting() {
-    const long long difference = SecondsOf(Now()) - SecondsOf(RealLocalTime());
+    const long long difference = SecondsOf(Now()) - SecondsOf(SystemNow());
     return difference > 2 || difference < -2;
 }
 

@@ -18,7 +18,9 @@
 
 #include "platform/ais/AisFileChecker.h"
 #include "platform/common/Date.h"
+#include "platform/common/Text.h"
 #include "platform/database/Query.h"
+#include "platform/database/SqlDialect.h"
 #include "platform/host/BQueryViewTable.h"
 #include "platform/host/HostFunctions.h"
 
@@ -43,26 +45,16 @@ struct ReturnTable {
 
 using Params = std::map<std::string, db::Value>;
 
-std::string Upper(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return text;
-}
+using db::QuoteName;
 
-bool SameName(const std::string& a, const std::string& b) { return Upper(a) == Upper(b); }
-
-std::string Quote(const std::string& identifier) {
-    std::string quoted = "\"";
-    for (char c : identifier) {
-        quoted += c;
-        if (c == '"') quoted += '"';
-    }
-    return quoted + "\"";
+// "for employer E, year Y": the subject of the engine's log lines and messages.
+std::string ForEmployerAndYear(const std::string& employerId, int year) {
+    return "for employer " + employerId + ", year " + std::to_string(year);
 }
 
 // Money is REAL in the payroll schema; other engines call it MONEY or DECIMAL.
 bool IsAmountType(const std::string& declared) {
-    const std::string type = Upper(declared);
+    const std::string type = AsciiUpper(declared);
     for (const char* word : {"REAL", "FLOA", "DOUB", "MONEY", "DECIMAL"})
         if (type.find(word) != std::string::npos) return true;
     return false;
@@ -96,7 +88,7 @@ void Exec(const std::string& alias, const std::string& sql, const Params& params
 
 std::vector<Column> ReadColumns(const std::string& alias, const std::string& table) {
     db::Query query(alias);
-    query.SetSQL("PRAGMA table_info(" + Quote(table) + ")");
+    query.SetSQL("PRAGMA table_info(" + QuoteName(table) + ")");
     query.Open();
     std::vector<Column> columns;
     for (query.First(); !query.IsEmpty() && !query.Eof(); query.Next()) {
@@ -113,7 +105,7 @@ std::vector<Column> ReadColumns(const std::string& alias, const std::string& tab
 
 bool HasColumn(const std::vector<Column>& columns, const std::string& name) {
     return std::any_of(columns.begin(), columns.end(),
-                       [&](const Column& c) { return SameName(c.name, name); });
+                       [&](const Column& c) { return SameIgnoringCase(c.name, name); });
 }
 
 ReturnTable DescribeReturnTable(const std::string& alias, const std::string& name) {
@@ -127,7 +119,7 @@ ReturnTable DescribeReturnTable(const std::string& alias, const std::string& nam
     bool yearInKey = false;
     for (const auto& column : table.columns) {
         if (!column.key) continue;
-        if (SameName(column.name, "YEYear"))
+        if (SameIgnoringCase(column.name, "YEYear"))
             yearInKey = true;
         else
             table.matchColumns.push_back(column.name);
@@ -152,7 +144,7 @@ std::string ColumnList(const std::vector<Column>& columns) {
     std::string list;
     for (const auto& column : columns) {
         if (!list.empty()) list += ", ";
-        list += Quote(column.name);
+        list += QuoteName(column.name);
     }
     return list;
 }
@@ -163,7 +155,7 @@ std::string ColumnsWithYear(const std::vector<Column>& columns, const std::strin
     std::string list;
     for (const auto& column : columns) {
         if (!list.empty()) list += ", ";
-        list += SameName(column.name, "YEYear") ? yearParam : Quote(column.name);
+        list += SameIgnoringCase(column.name, "YEYear") ? yearParam : QuoteName(column.name);
     }
     return list;
 }
@@ -182,7 +174,7 @@ void CreateLike(const std::string& alias, const std::string& view, const std::ve
     std::string definition;
     for (const auto& column : columns) {
         if (!definition.empty()) definition += ", ";
-        definition += Quote(column.name) + (column.type.empty() ? "" : " " + column.type);
+        definition += QuoteName(column.name) + (column.type.empty() ? "" : " " + column.type);
     }
     Exec(alias, "CREATE TABLE " + view + " (" + definition + ")", {});
 }
@@ -198,12 +190,12 @@ void IndexByPerson(const std::string& alias, const std::string& view) {
 std::string ChangedPeople(const ReturnTable& table) {
     std::string compared;
     for (const auto& column : table.columns) {
-        if (SameName(column.name, "YEYear")) continue;
+        if (SameIgnoringCase(column.name, "YEYear")) continue;
         if (!compared.empty()) compared += ", ";
-        compared += column.amount ? "ROUND(" + Quote(column.name) + ", 2) AS " + Quote(column.name)
-                                  : Quote(column.name);
+        compared += column.amount ? "ROUND(" + QuoteName(column.name) + ", 2) AS " + QuoteName(column.name)
+                                  : QuoteName(column.name);
     }
-    const std::string from = " FROM " + Quote(table.name) + " WHERE YEYear = ";
+    const std::string from = " FROM " + QuoteName(table.name) + " WHERE YEYear = ";
     const std::string rest = TypeFilter(table) + " AND PersonalSysId IN (" + EmployerPeople + ")";
     const std::string live = "SELECT " + compared + from + ":Year" + rest;
     const std::string copy = "SELECT " + compared + from + ":CopyYear" + rest;
@@ -218,7 +210,7 @@ std::string AmendmentRows(const ReturnTable& table, const std::string& employeeV
     std::string liveSide;
     std::string removedSide;
     for (const auto& column : table.columns) {
-        const std::string name = Quote(column.name);
+        const std::string name = QuoteName(column.name);
         if (!liveSide.empty()) {
             liveSide += ", ";
             removedSide += ", ";
@@ -228,16 +220,16 @@ std::string AmendmentRows(const ReturnTable& table, const std::string& employeeV
             removedSide += "0 - sub." + name;
         } else {
             liveSide += "cur." + name;
-            removedSide += SameName(column.name, "YEYear") ? ":Year" : "sub." + name;
+            removedSide += SameIgnoringCase(column.name, "YEYear") ? ":Year" : "sub." + name;
         }
     }
     auto join = [&](const std::string& other, const std::string& self, const std::string& yearParam) {
         std::string on = other + ".YEYear = " + yearParam;
         for (const auto& key : table.matchColumns)
-            on += " AND " + other + "." + Quote(key) + " = " + self + "." + Quote(key);
+            on += " AND " + other + "." + QuoteName(key) + " = " + self + "." + QuoteName(key);
         return on;
     };
-    const std::string source = Quote(table.name);
+    const std::string source = QuoteName(table.name);
     const std::string people = " IN (SELECT PersonalSysId FROM " + employeeView + ")";
     return "SELECT " + liveSide + " FROM " + source + " cur LEFT JOIN " + source + " sub ON " +
            join("sub", "cur", ":CopyYear") + " WHERE cur.YEYear = :Year" + TypeFilter(table, "cur.") +
@@ -252,10 +244,10 @@ std::string AmendmentRows(const ReturnTable& table, const std::string& employeeV
 void CopyYearSet(const std::string& alias, const ReturnTable& table, const std::string& fromParam,
                  const std::string& toParam, const Params& params) {
     const std::string where = TypeFilter(table) + " AND PersonalSysId IN (" + EmployerPeople + ")";
-    Exec(alias, "DELETE FROM " + Quote(table.name) + " WHERE YEYear = " + toParam + where, params);
+    Exec(alias, "DELETE FROM " + QuoteName(table.name) + " WHERE YEYear = " + toParam + where, params);
     Exec(alias,
-         "INSERT INTO " + Quote(table.name) + " (" + ColumnList(table.columns) + ") SELECT " +
-             ColumnsWithYear(table.columns, toParam) + " FROM " + Quote(table.name) + " WHERE YEYear = " +
+         "INSERT INTO " + QuoteName(table.name) + " (" + ColumnList(table.columns) + ") SELECT " +
+             ColumnsWithYear(table.columns, toParam) + " FROM " + QuoteName(table.name) + " WHERE YEYear = " +
              fromParam + where,
          params);
 }
@@ -347,7 +339,7 @@ int ReferenceEngine::GenerateViewTables() {
             const std::string view = _GetViewTableName("View" + table.name, address, user);
             CreateLike(alias_, view, table.columns);
             const std::string rows =
-                ignoreChanges_ ? "SELECT " + ColumnList(table.columns) + " FROM " + Quote(table.name) +
+                ignoreChanges_ ? "SELECT " + ColumnList(table.columns) + " FROM " + QuoteName(table.name) +
                                      " WHERE YEYear = :Year" + TypeFilter(table) +
                                      " AND PersonalSysId IN (SELECT PersonalSysId FROM " + employeeView + ")"
                                : AmendmentRows(table, employeeView);
@@ -356,11 +348,11 @@ int ReferenceEngine::GenerateViewTables() {
         }
         transaction.Commit();
     } catch (const std::exception& error) {
-        return Fail("GenerateViewTables: the view tables of " + type_ + " for employer " + employerId_ +
-                    ", year " + std::to_string(year_) + " could not be made: " + error.what());
+        return Fail("GenerateViewTables: the view tables of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
+                    " could not be made: " + error.what());
     }
-    log_.push_back("View tables of " + type_ + " generated for employer " + employerId_ + ", year " +
-                   std::to_string(year_) + (ignoreChanges_ ? " (original)." : " (amendment)."));
+    log_.push_back("View tables of " + type_ + " generated " + ForEmployerAndYear(employerId_, year_) +
+                   (ignoreChanges_ ? " (original)." : " (amendment)."));
     return 1;
 }
 
@@ -533,11 +525,10 @@ int ReferenceEngine::SubmitRecords(bool original, bool allRun) {
         }
         transaction.Commit();
     } catch (const std::exception& error) {
-        return Fail("SubmitRecords: the submission of " + type_ + " for employer " + employerId_ + ", year " +
-                    std::to_string(year_) + " could not be recorded: " + error.what());
+        return Fail("SubmitRecords: the submission of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
+                    " could not be recorded: " + error.what());
     }
-    log_.push_back("Submission of " + type_ + " recorded for employer " + employerId_ + ", year " +
-                   std::to_string(year_) + ".");
+    log_.push_back("Submission of " + type_ + " recorded " + ForEmployerAndYear(employerId_, year_) + ".");
     return 1;
 }
 
@@ -562,8 +553,8 @@ int ReferenceEngine::CopyRecords(int from, int to) {
         point.SetParam("Year", std::int64_t{year_});
         point.Open();
         if (point.IsEmpty())
-            return Fail("CopyRecords: there is no submission of " + type_ + " for employer " + employerId_ +
-                        ", year " + std::to_string(year_) + " to reset.");
+            return Fail("CopyRecords: there is no submission of " + type_ + " " +
+                        ForEmployerAndYear(employerId_, year_) + " to reset.");
         const bool hadRow = point.FieldByName("HadLastSubmission").AsInteger() > 0;
         Params previous = params;
         previous["IsOriginal"] = point.FieldByName("IsOriginal").AsInteger();
@@ -591,11 +582,10 @@ int ReferenceEngine::CopyRecords(int from, int to) {
                  previous);
         transaction.Commit();
     } catch (const std::exception& error) {
-        return Fail("CopyRecords: the last submission of " + type_ + " for employer " + employerId_ + ", year " +
-                    std::to_string(year_) + " could not be reset: " + error.what());
+        return Fail("CopyRecords: the last submission of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
+                    " could not be reset: " + error.what());
     }
-    log_.push_back("Last submission of " + type_ + " reset for employer " + employerId_ + ", year " +
-                   std::to_string(year_) + ".");
+    log_.push_back("Last submission of " + type_ + " reset " + ForEmployerAndYear(employerId_, year_) + ".");
     return 1;
 }
 

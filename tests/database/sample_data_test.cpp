@@ -4,72 +4,35 @@
 // IR8S sections have their fixed shape, and the users and registry row are
 // those the runs expect.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <set>
 #include <string>
 
-#include "platform/database/Query.h"
-#include "platform/database/Schema.h"
+#include "tests/database/query_fixture.h"
 
-namespace iras::db {
+namespace iras::db::testing {
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr const char* Alias = "sampledata";
-
-class SampleData : public ::testing::Test {
+class SampleData : public SampleDatabase {
 protected:
-    static void SetUpTestSuite() {
-        folder_ = fs::temp_directory_path() / ("iras_sampledata_" + std::to_string(::getpid()));
-        fs::remove_all(folder_);
-        fs::create_directories(folder_);
-        CreateDatabase(folder_ / "sample.db", true);
-        ConnectionRegistry::Register(Alias, ConnectionConfig{"sqlite", (folder_ / "sample.db").string(), false});
-    }
-    static void TearDownTestSuite() {
-        ConnectionRegistry::Unregister(Alias);
-        fs::remove_all(folder_);
-    }
-
-    static Query Open(const std::string& sql) {
-        Query query(Alias);
-        query.SetSQL(sql);
-        query.Open();
-        return query;
-    }
     // The people of a query's first column, for readable failures.
     static std::string People(const std::string& sql) {
         std::string list;
         Query query = Open(sql);
-        for (query.First(); !query.Eof(); query.Next()) {
-            list += query.FieldByName(query.FieldNames().at(0)).AsString() + " ";
-        }
+        for (const std::string& person : testing::Column(query, query.FieldNames().at(0))) list += person + " ";
         return list;
     }
-
-    static inline fs::path folder_;
 };
 
 TEST_F(SampleData, UsersRightsAndRegistryRow) {
-    Query admin = Open("SELECT ModuleId FROM UserModuleRights WHERE UserId = 'ADMIN'");
-    std::set<std::string> modules;
-    for (admin.First(); !admin.Eof(); admin.Next()) modules.insert(admin.FieldByName("ModuleId").AsString());
-    EXPECT_EQ(modules, (std::set<std::string>{"YEIRASDirect", "YEDirectCurIR8ARpt", "YEDirectSupIR8ARpt",
-                                              "YEDirectIR8SRpt", "YEDirectA8ARpt", "YEDirectA8BRpt"}));
-    Query clerk = Open("SELECT ModuleId FROM UserModuleRights WHERE UserId = 'CLERK'");
-    modules.clear();
-    for (clerk.First(); !clerk.Eof(); clerk.Next()) modules.insert(clerk.FieldByName("ModuleId").AsString());
-    EXPECT_EQ(modules, (std::set<std::string>{"YEIRASDirect", "YEDirectCurIR8ARpt"}));
-
+    EXPECT_EQ(Column("SELECT ModuleId FROM UserModuleRights WHERE UserId = 'ADMIN' ORDER BY ModuleId", "ModuleId"),
+              (std::vector<std::string>{"YEDirectA8ARpt", "YEDirectA8BRpt", "YEDirectCurIR8ARpt", "YEDirectIR8SRpt",
+                                        "YEDirectSupIR8ARpt", "YEIRASDirect"}));
+    EXPECT_EQ(Column("SELECT ModuleId FROM UserModuleRights WHERE UserId = 'CLERK' ORDER BY ModuleId", "ModuleId"),
+              (std::vector<std::string>{"YEDirectCurIR8ARpt", "YEIRASDirect"}));
     // The registry's keys are matched whatever their letter case.
-    Query registry = Open("SELECT * FROM subregistry WHERE RegistryId = 'yeprocess' AND "
-                          "SubRegistryId = 'TAXEMPLOYERBASISYEAR'");
-    ASSERT_EQ(registry.RecordCount(), 1);
-    EXPECT_EQ(registry.FieldByName("RegProperty1").AsString(), "IR8AYA2025");
-    EXPECT_EQ(registry.FieldByName("RegProperty2").AsString(), "2024");
+    EXPECT_EQ(Column("SELECT RegProperty1 || '/' || RegProperty2 AS r FROM subregistry WHERE RegistryId = "
+                     "'yeprocess' AND SubRegistryId = 'TAXEMPLOYERBASISYEAR'", "r"),
+              (std::vector<std::string>{"IR8AYA2025/2024"}));
 }
 
 TEST_F(SampleData, IR8SSectionAIsTwelveMonthsAndTheirTotal) {
@@ -156,4 +119,4 @@ TEST_F(SampleData, CleanAppendix8BTotalsAreTheSumsOfTheirPlanRows) {
 }
 
 }  // namespace
-}  // namespace iras::db
+}  // namespace iras::db::testing

@@ -2,112 +2,63 @@
 // behind on failure, the embedded SQL matching the data folder, the keyword
 // codes and registry row of a database without sample data, and the schema
 // rules that the return queries rely on.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
 #include <fstream>
 #include <map>
 #include <set>
 #include <sstream>
-#include <string>
 
-#include "platform/database/Query.h"
-#include "platform/database/Schema.h"
+#include "tests/database/query_fixture.h"
 
-namespace iras::db {
+namespace iras::db::testing {
 namespace {
 
 namespace fs = std::filesystem;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
 
-class CreateDatabaseTest : public ::testing::Test {
+std::string ReadFile(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+class CreateDatabaseTest : public ScratchDatabase {
 protected:
-    static constexpr const char* Alias = "schemadb";
-
-    void SetUp() override {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        folder_ = fs::temp_directory_path() / ("iras_schema_" + std::to_string(::getpid()) + "_" + info->name());
-        fs::remove_all(folder_);
-        fs::create_directories(folder_);
-        path_ = folder_ / "payroll.db";
-    }
-    void TearDown() override {
-        ConnectionRegistry::Unregister(Alias);
-        fs::remove_all(folder_);
-    }
-
-    Query Open(const std::string& sql) {
-        ConnectionRegistry::Register(Alias, ConnectionConfig{"sqlite", path_.string(), false});
-        Query query(Alias);
-        query.SetSQL(sql);
-        query.Open();
-        return query;
-    }
-
     // Column names of a table, as the database reports them.
     std::set<std::string> Columns(const std::string& table) {
-        std::set<std::string> names;
-        Query query = Open("SELECT name FROM pragma_table_info('" + table + "')");
-        for (query.First(); !query.Eof(); query.Next()) names.insert(query.FieldByName("name").AsString());
-        return names;
+        const auto names = Column("SELECT name FROM pragma_table_info('" + table + "')", "name");
+        return {names.begin(), names.end()};
     }
-
-    static std::string ReadFile(const fs::path& path) {
-        std::ifstream in(path, std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
-
-    fs::path folder_;
-    fs::path path_;
 };
 
-TEST_F(CreateDatabaseTest, RefusesAnExistingFileAndLeavesItUntouched) {
+TEST_F(CreateDatabaseTest, ExistingFileMissingFolderOrFailingScriptLeaveEverythingAsItWas) {
     { std::ofstream(path_) << "last year's payroll"; }
-    try {
-        CreateDatabase(path_, false);
-        FAIL() << "an existing file was accepted";
-    } catch (const DatabaseError& error) {
-        EXPECT_NE(std::string(error.what()).find(path_.string()), std::string::npos) << error.what();
-        EXPECT_NE(std::string(error.what()).find("already exists"), std::string::npos) << error.what();
-    }
+    EXPECT_THAT(ErrorOf([this] { CreateDatabase(path_, false); }),
+                AllOf(HasSubstr(path_), HasSubstr("already exists")));
     EXPECT_EQ(ReadFile(path_), "last year's payroll");
-
     // An empty file is an empty SQLite database, but still someone's file.
     const fs::path empty = folder_ / "empty.db";
     { std::ofstream{empty}; }
     EXPECT_THROW(CreateDatabase(empty, true), DatabaseError);
     EXPECT_EQ(fs::file_size(empty), 0u);
-}
 
-TEST_F(CreateDatabaseTest, MissingFolderIsNamedAndNothingIsCreated) {
     const fs::path nowhere = folder_ / "no such folder" / "payroll.db";
-    try {
-        CreateDatabase(nowhere, false);
-        FAIL() << "a database was made in a missing folder";
-    } catch (const DatabaseError& error) {
-        EXPECT_NE(std::string(error.what()).find((folder_ / "no such folder").string()), std::string::npos)
-            << error.what();
-    }
+    EXPECT_THAT(ErrorOf([&] { CreateDatabase(nowhere, false); }), HasSubstr((folder_ / "no such folder").string()));
     EXPECT_FALSE(fs::exists(nowhere));
-}
 
-TEST_F(CreateDatabaseTest, FailingScriptNamesItselfAndLeavesNoFile) {
+    const fs::path fresh = folder_ / "fresh.db";
     const std::vector<NamedScript> scripts = {
         {"data/first.sql", "CREATE TABLE Kept (Id INTEGER);"},
         {"data/broken.sql", "INSERT INTO Kept VALUES (1);\nINSERT INTO NoSuchTable VALUES (2);"},
     };
-    try {
-        CreateDatabase(path_, scripts);
-        FAIL() << "a failing script was accepted";
-    } catch (const DatabaseError& error) {
-        const std::string message = error.what();
-        EXPECT_NE(message.find("data/broken.sql"), std::string::npos) << message;
-        EXPECT_NE(message.find(path_.string()), std::string::npos) << message;
-    }
-    EXPECT_FALSE(fs::exists(path_));
-    EXPECT_FALSE(fs::exists(path_.string() + "-journal"));
+    EXPECT_THAT(ErrorOf([&] { CreateDatabase(fresh, scripts); }),
+                AllOf(HasSubstr("data/broken.sql"), HasSubstr(fresh.string())));
+    EXPECT_FALSE(fs::exists(fresh));
+    EXPECT_FALSE(fs::exists(fresh.string() + "-journal"));
 }
 
 TEST_F(CreateDatabaseTest, BuiltInSqlIsTheDataFolderAsBuilt) {
@@ -119,13 +70,12 @@ TEST_F(CreateDatabaseTest, BuiltInSqlIsTheDataFolderAsBuilt) {
         EXPECT_EQ(std::string(*text), ReadFile(fs::path(IRAS_SOURCE_DATA_DIR) / name)) << name;
     }
     EXPECT_FALSE(EmbeddedSql("no_such_file.sql").has_value());
-
     // The engine's tables come right after the schema when the engine has them.
     const auto scripts = DatabaseScripts(true);
     ASSERT_GE(scripts.size(), 3u);
     EXPECT_EQ(scripts.front().name, "data/schema.sql");
-    EXPECT_EQ(scripts.back().name, "data/sample.sql");
     EXPECT_EQ(scripts[scripts.size() - 2].name, "data/keywords.sql");
+    EXPECT_EQ(scripts.back().name, "data/sample.sql");
     EXPECT_EQ(DatabaseScripts(false).back().name, "data/keywords.sql");
 }
 
@@ -133,9 +83,8 @@ TEST_F(CreateDatabaseTest, DatabaseWithoutSampleDataHasCodesAndRegistryRowButNoP
     CreateDatabase(path_, false);
 
     // The registry row that every run writes its employer and year into.
-    Query registry = Open(
-        "Select * from subregistry where Registryid = 'YEPRocess' and SubRegistryId = 'TaxEmployerBasisYear'");
-    EXPECT_EQ(registry.RecordCount(), 1);
+    EXPECT_EQ(Open("Select * from subregistry where Registryid = 'YEPRocess' and SubRegistryId = "
+                   "'TaxEmployerBasisYear'").RecordCount(), 1);
 
     // Every category with IRAS's own codes, typed from IRAS's lists.
     const std::map<std::string, std::pair<std::string, std::multiset<std::string>>> expected = {
@@ -149,22 +98,17 @@ TEST_F(CreateDatabaseTest, DatabaseWithoutSampleDataHasCodesAndRegistryRowButNoP
         {"CompanyIDType", {"YEProperty1", {"7", "8", "A", "I", "C", "M", "G", "U"}}},
     };
     for (const auto& [category, codes] : expected) {
-        Query query = Open("SELECT " + codes.first + " AS Code FROM YEKeyWord WHERE YEKeyWordCategory = '" +
-                           category + "'");
-        std::multiset<std::string> found;
-        for (query.First(); !query.Eof(); query.Next()) found.insert(query.FieldByName("Code").AsString());
-        EXPECT_EQ(found, codes.second) << category;
+        const auto found = Column("SELECT " + codes.first + " AS Code FROM YEKeyWord WHERE YEKeyWordCategory = '" +
+                                  category + "'", "Code");
+        EXPECT_EQ(std::multiset<std::string>(found.begin(), found.end()), codes.second) << category;
     }
 
     // The ids that the rules name outright.
-    Query privateSector = Open("SELECT YEProperty3 FROM YEKeyWord WHERE YEKeyWordId = 'PrivateSector'");
-    EXPECT_EQ(privateSector.FieldByName("YEProperty3").AsString(), "6");
-    Query fixed = Open("SELECT YEProperty1 FROM YEKeyWord WHERE YEKeyWordId = 'Fixed'");
-    EXPECT_EQ(fixed.FieldByName("YEProperty1").AsString(), "H");
+    EXPECT_EQ(Scalar("SELECT YEProperty3 FROM YEKeyWord WHERE YEKeyWordId = 'PrivateSector'"), "6");
+    EXPECT_EQ(Scalar("SELECT YEProperty1 FROM YEKeyWord WHERE YEKeyWordId = 'Fixed'"), "H");
 
     for (const char* table : {"YEEmployer", "YEEmployee", "IR8A", "LastSubmission", "UserModuleRights"}) {
-        EXPECT_EQ(Open(std::string("SELECT count(*) AS N FROM ") + table).FieldByName("N").AsInteger(), 0)
-            << table;
+        EXPECT_EQ(Scalar(std::string("SELECT count(*) AS N FROM ") + table), "0") << table;
     }
 }
 
@@ -182,9 +126,7 @@ TEST_F(CreateDatabaseTest, NoColumnIsNamedLikeAQueryAliasOrSharedWithTheEmployee
         "TotalEESOPTaxExemptAfter", "TotalEESOPNoTaxExemptAfter", "TotalEESOPStockGainsAfter",
         "TotalCSOPTaxExemptAfter", "TotalCSOPNoTaxExemptAfter", "TotalCSOPStockGainsAfter",
         "TotalNSOPTaxExemptAfter", "TotalNSOPNoTaxExemptAfter", "TotalNSOPStockGainsAfter"};
-    Query tables = Open("SELECT name FROM sqlite_master WHERE type = 'table'");
-    for (tables.First(); !tables.Eof(); tables.Next()) {
-        const std::string table = tables.FieldByName("name").AsString();
+    for (const std::string& table : Column("SELECT name FROM sqlite_master WHERE type = 'table'", "name")) {
         for (const std::string& column : Columns(table)) {
             // The look-up table of FGetPersonalName keeps the name under the
             // function's own word; no return query reads that table.
@@ -204,26 +146,19 @@ TEST_F(CreateDatabaseTest, NoColumnIsNamedLikeAQueryAliasOrSharedWithTheEmployee
             EXPECT_EQ(global.count(column), 0u) << table << "." << column << " is also in YEGlobal";
         }
     }
-    for (const std::string& column : global) {
-        if (column == "YEYear") continue;
-        EXPECT_EQ(employee.count(column), 0u) << "YEGlobal." << column << " is also in YEEmployee";
-    }
 }
 
 TEST_F(CreateDatabaseTest, CopiesOfSubmittedReturnsFitBesideTheLiveRows) {
     CreateDatabase(path_, false);
-    ConnectionRegistry::Register(Alias, ConnectionConfig{"sqlite", path_.string(), false});
     // The engine keeps the submitted copy under 9 + basis year and the copy
     // before that under 8 + basis year, in the same tables.
-    ExecScript(Alias,
-               "INSERT INTO YEEmployee (YEEmployerId, YEYear, PersonalSysId) VALUES "
-               "('E1', 2024, 7), ('E1', 92024, 7), ('E1', 82024, 7);"
-               "INSERT INTO IR8A (PersonalSysId, YEYear, IR8AType) VALUES "
-               "(7, 2024, 'CurIR8A'), (7, 2025, 'SupIR8A'), (7, 92024, 'CurIR8A'), (7, 82024, 'CurIR8A');"
-               "INSERT INTO IR8SA (PersonalSysId, YEYear, IR8SOrder) VALUES (7, 2024, 1), (7, 92024, 1);");
+    Run("INSERT INTO YEEmployee (YEEmployerId, YEYear, PersonalSysId) VALUES "
+        "('E1', 2024, 7), ('E1', 92024, 7), ('E1', 82024, 7);"
+        "INSERT INTO IR8A (PersonalSysId, YEYear, IR8AType) VALUES "
+        "(7, 2024, 'CurIR8A'), (7, 2025, 'SupIR8A'), (7, 92024, 'CurIR8A'), (7, 82024, 'CurIR8A');"
+        "INSERT INTO IR8SA (PersonalSysId, YEYear, IR8SOrder) VALUES (7, 2024, 1), (7, 92024, 1);");
     // The copy's year is compared as text by the IR8A query.
-    Query copy = Open("SELECT count(*) AS N FROM IR8A WHERE YEYear = '92024' AND IR8AType = 'CurIR8A'");
-    EXPECT_EQ(copy.FieldByName("N").AsInteger(), 1);
+    EXPECT_EQ(Scalar("SELECT count(*) AS N FROM IR8A WHERE YEYear = '92024' AND IR8AType = 'CurIR8A'"), "1");
     // Unset dates read as the empty date, unset money as zero.
     Query row = Open("SELECT Cessation, GrossTotal FROM YEEmployee JOIN IR8A USING (PersonalSysId, YEYear) "
                      "WHERE YEYear = 2024");
@@ -232,4 +167,4 @@ TEST_F(CreateDatabaseTest, CopiesOfSubmittedReturnsFitBesideTheLiveRows) {
 }
 
 }  // namespace
-}  // namespace iras::db
+}  // namespace iras::db::testing

@@ -3,6 +3,7 @@
 // puts back.
 #include "platform/host/ReferenceEngine.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "platform/common/Date.h"
@@ -12,6 +13,8 @@
 
 namespace iras {
 namespace {
+
+using ::testing::HasSubstr;
 
 DateTime clockNow{Date{2024, 1, 10}, 9, 0, 0};
 DateTime TestClock() { return clockNow; }
@@ -24,10 +27,10 @@ protected:
         SetClockForTesting(&TestClock);
         // Employer ALPHA, year 2023: three people. Person 1 also has a 2022
         // row and a supplementary IR8A row that a current view must not show;
-        // BETA's person 10 belongs to another employer.
+        // person 10 belongs to another employer, whose id holds a quote.
         Exec("INSERT INTO YEEmployee (YEEmployerId, YEYear, PersonalSysId, EEName1) VALUES "
              "('ALPHA', 2023, 1, 'TAN'), ('ALPHA', 2023, 2, 'LIM'), ('ALPHA', 2023, 3, 'NG'), "
-             "('ALPHA', 2022, 1, 'TAN'), ('BETA', 2023, 10, 'WONG')");
+             "('ALPHA', 2022, 1, 'TAN'), ('O''NEIL & CO', 2023, 10, 'WONG')");
         Exec("INSERT INTO IR8A (PersonalSysId, YEYear, IR8AType, GrossTotal, Commission, IncomeBorneStatus) VALUES "
              "(1, 2023, 'CurIR8A', 5000, 0, 'NotApplicable'), (2, 2023, 'CurIR8A', 6000, 0, 'NotApplicable'), "
              "(3, 2023, 'CurIR8A', 7000, 0, 'NotApplicable'), (1, 2022, 'CurIR8A', 4000, 0, 'NotApplicable'), "
@@ -55,30 +58,23 @@ protected:
     BQueryViewTable admin_{{"HRADMIN", "10.0.0.1", 2023}};
 };
 
-TEST_F(ReferenceEngineTest, OriginalViewHoldsEveryEmployeeOfThatEmployerYearAndTypeOnly) {
-    auto engine = Engine(admin_, "ALPHA", 2023, "CurIR8A", true);
-    ASSERT_NE(engine->GenerateViewTables(), 0) << engine->LastError();
-    EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(admin_, "YEEmployee") + " ORDER BY PersonalSysId"),
-              "1,2,3");
-    EXPECT_EQ(Text("SELECT printf('%.2f', GrossTotal) FROM " + View(admin_, "IR8A") + " ORDER BY PersonalSysId"),
-              "5000.00,6000.00,7000.00");
-}
-
 TEST_F(ReferenceEngineTest, TwoUsersOnDifferentEmployersDoNotSeeOrTouchEachOthersRows) {
     BQueryViewTable obrien({"O'Brien", "10.0.0.2", 2023});
     BQueryViewTable li({"李", "10.0.0.3", 2023});
     auto first = Engine(obrien, "ALPHA", 2023, "CurIR8A", true);
-    auto second = Engine(li, "BETA", 2023, "CurIR8A", true);
+    auto second = Engine(li, "O'NEIL & CO", 2023, "CurIR8A", true);
     ASSERT_NE(first->GenerateViewTables(), 0) << first->LastError();
     ASSERT_NE(second->GenerateViewTables(), 0) << second->LastError();
-    // The second generation rebuilt only its own user's tables.
+    // An original holds every employee of that employer, year and type only
+    // (person 1's 2022 and supplementary rows stay out); the second
+    // generation rebuilt only its own user's tables.
+    EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(obrien, "YEEmployee") + " ORDER BY PersonalSysId"), "1,2,3");
     EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(obrien, "IR8A") + " ORDER BY PersonalSysId"), "1,2,3");
     EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(li, "IR8A")), "10");
-    EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(li, "YEEmployee")), "10");
 
     // The same user at another workstation has tables of his own.
     BQueryViewTable obrienElsewhere({"O'Brien", "10.0.0.9", 2023});
-    auto third = Engine(obrienElsewhere, "BETA", 2023, "CurIR8A", true);
+    auto third = Engine(obrienElsewhere, "O'NEIL & CO", 2023, "CurIR8A", true);
     ASSERT_NE(third->GenerateViewTables(), 0) << third->LastError();
     EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(obrien, "IR8A") + " ORDER BY PersonalSysId"), "1,2,3");
 }
@@ -100,14 +96,13 @@ TEST_F(ReferenceEngineTest, AmendmentAfterSubmissionHoldsExactlyTheChangedEmploy
 
     auto amendment = Engine(admin_, "ALPHA", 2023, "CurIR8A", false);
     ASSERT_NE(amendment->GenerateViewTables(), 0) << amendment->LastError();
-    const std::string view = View(admin_, "IR8A");
-    EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(admin_, "YEEmployee") + " ORDER BY PersonalSysId"),
-              "1,3,4");
-    EXPECT_EQ(Text("SELECT printf('%.2f', GrossTotal) FROM " + view + " ORDER BY PersonalSysId"), "-500.00,0.00,3000.00");
-    EXPECT_EQ(Text("SELECT printf('%.2f', Commission) FROM " + view + " ORDER BY PersonalSysId"), "0.00,250.50,0.00");
-    // Texts are as they are now, and the rows keep the live year and kind.
-    EXPECT_EQ(Text("SELECT IncomeBorneStatus FROM " + view + " WHERE PersonalSysId = 1"), "Full");
-    EXPECT_EQ(Text("SELECT YEYear || IR8AType FROM " + view + " WHERE PersonalSysId = 1"), "2023CurIR8A");
+    EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(admin_, "YEEmployee") + " ORDER BY PersonalSysId"), "1,3,4");
+    // Person, gross, commission; texts as they are now, with the live year and kind.
+    EXPECT_EQ(Text("SELECT PersonalSysId || '|' || printf('%.2f|%.2f', GrossTotal, Commission) || '|' || "
+                   "IncomeBorneStatus || '|' || YEYear || IR8AType FROM " + View(admin_, "IR8A") +
+                   " ORDER BY PersonalSysId"),
+              "1|-500.00|0.00|Full|2023CurIR8A,3|0.00|250.50|NotApplicable|2023CurIR8A,"
+              "4|3000.00|0.00|NotApplicable|2023CurIR8A");
 }
 
 TEST_F(ReferenceEngineTest, AmendedSectionRowsAreMatchedByTheirKeyAndARemovedRowIsReversed) {
@@ -124,8 +119,9 @@ TEST_F(ReferenceEngineTest, AmendedSectionRowsAreMatchedByTheirKeyAndARemovedRow
     ASSERT_NE(amendment->GenerateViewTables(), 0) << amendment->LastError();
 
     EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(admin_, "YEEmployee")), "1");
-    EXPECT_EQ(Text("SELECT printf('%.2f', OrdWages) FROM " + View(admin_, "IR8SA") + " ORDER BY IR8SOrder"), "0.00,200.00");
-    EXPECT_EQ(Text("SELECT RefundSysId || ':' || printf('%.2f', AddWageAmt) || ':' || YEYear FROM " + View(admin_, "IR8SC")),
+    EXPECT_EQ(Text("SELECT printf('%.2f', OrdWages) FROM " + View(admin_, "IR8SA") + " ORDER BY IR8SOrder"),
+              "0.00,200.00");
+    EXPECT_EQ(Text("SELECT RefundSysId || printf(':%.2f:', AddWageAmt) || YEYear FROM " + View(admin_, "IR8SC")),
               "7:-500.00:2023");
 }
 
@@ -139,8 +135,8 @@ TEST_F(ReferenceEngineTest, SupplementaryCopyIsKeptUnderNineAndTheBasisYearBesid
     auto supplementary = Engine(admin_, "ALPHA", 2024, "SupIR8A", true);
     ASSERT_NE(supplementary->SubmitRecords(true, false), 0) << supplementary->LastError();
 
-    EXPECT_EQ(Text("SELECT IR8AType || ':' || printf('%.2f', GrossTotal) FROM IR8A WHERE YEYear = 92023 AND PersonalSysId = 1 "
-                     "ORDER BY IR8AType"),
+    EXPECT_EQ(Text("SELECT IR8AType || printf(':%.2f', GrossTotal) FROM IR8A WHERE YEYear = 92023 AND "
+                   "PersonalSysId = 1 ORDER BY IR8AType"),
               "CurIR8A:5000.00,SupIR8A:250.00");
     // The IR8A query reads the submitted income-borne status there.
     EXPECT_EQ(Text("SELECT IncomeBorneStatus FROM IR8A WHERE PersonalSysId = 1 AND YEYear = '92023' "
@@ -161,9 +157,8 @@ TEST_F(ReferenceEngineTest, ResetBringsBackThePreviousLastSubmissionRowAndSubmit
     auto second = Engine(admin_, "ALPHA", 2023, "CurIR8A", false);
     second->SetSubmitUserID("PAYCLERK");
     ASSERT_NE(second->SubmitRecords(false, false), 0) << second->LastError();
-    EXPECT_EQ(Text("SELECT IsOriginal || '|' || SubmitUserId || '|' || LastSubmissionDateTime FROM LastSubmission "
-                   "WHERE SubmissionType = 'CurIR8A'"),
-              "0|PAYCLERK|2024-02-01 14:05:09");
+    EXPECT_EQ(Text("SELECT IsOriginal || '|' || SubmitUserId FROM LastSubmission WHERE SubmissionType = 'CurIR8A'"),
+              "0|PAYCLERK");
 
     auto reset = Engine(admin_, "ALPHA", 2023, "CurIR8A", false);
     ASSERT_NE(reset->CopyRecords(8, 9), 0) << reset->LastError();
@@ -181,8 +176,7 @@ TEST_F(ReferenceEngineTest, ResetBringsBackThePreviousLastSubmissionRowAndSubmit
 TEST_F(ReferenceEngineTest, ResetOfTheFirstSubmissionRemovesTheRowAndResetWithoutOneFails) {
     auto engine = Engine(admin_, "ALPHA", 2023, "A8A", true);
     EXPECT_EQ(engine->CopyRecords(8, 9), 0);
-    EXPECT_NE(engine->LastError().find("no submission of A8A"), std::string::npos) << engine->LastError();
-
+    EXPECT_THAT(engine->LastError(), HasSubstr("no submission of A8A"));
     ASSERT_NE(engine->SubmitRecords(true, false), 0) << engine->LastError();
     ASSERT_NE(engine->CopyRecords(8, 9), 0) << engine->LastError();
     EXPECT_EQ(Text("SELECT COUNT(*) FROM LastSubmission WHERE SubmissionType = 'A8A'"), "0");
@@ -192,25 +186,15 @@ TEST_F(ReferenceEngineTest, ResetOfTheFirstSubmissionRemovesTheRowAndResetWithou
 TEST_F(ReferenceEngineTest, CallsThatCannotWorkReturnZeroWithAMessageInsteadOfThrowing) {
     auto noEmployer = Engine(admin_, "", 2023, "CurIR8A", true);
     EXPECT_EQ(noEmployer->GenerateViewTables(), 0);
-    EXPECT_NE(noEmployer->LastError().find("employer"), std::string::npos);
-
+    EXPECT_THAT(noEmployer->LastError(), HasSubstr("employer"));
     auto noType = Engine(admin_, "ALPHA", 2023, "", true);
     EXPECT_EQ(noType->SubmitRecords(true, true), 0);
-    EXPECT_NE(noType->LastError().find("submission type"), std::string::npos);
-
+    EXPECT_THAT(noType->LastError(), HasSubstr("submission type"));
     Exec("DROP TABLE IR8SC");
     auto broken = Engine(admin_, "ALPHA", 2023, "IR8S", true);
     EXPECT_EQ(broken->GenerateViewTables(), 0);
-    EXPECT_NE(broken->LastError().find("IR8SC"), std::string::npos) << broken->LastError();
+    EXPECT_THAT(broken->LastError(), HasSubstr("IR8SC"));
     EXPECT_EQ(broken->Log().back(), broken->LastError());
-}
-
-TEST_F(ReferenceEngineTest, AnEmployerIdWithAQuoteSelectsThatEmployerOnly) {
-    Exec("INSERT INTO YEEmployee (YEEmployerId, YEYear, PersonalSysId) VALUES ('O''NEIL & CO', 2023, 20)");
-    Exec("INSERT INTO IR8A (PersonalSysId, YEYear, IR8AType, GrossTotal) VALUES (20, 2023, 'CurIR8A', 1)");
-    auto engine = Engine(admin_, "O'NEIL & CO", 2023, "CurIR8A", true);
-    ASSERT_NE(engine->GenerateViewTables(), 0) << engine->LastError();
-    EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(admin_, "IR8A")), "20");
 }
 
 }  // namespace
