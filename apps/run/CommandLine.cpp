@@ -62,7 +62,8 @@ const std::set<std::string>& ValueOptions(ToolCommand command) {
 const std::set<std::string>& FlagOptions(ToolCommand command) {
     static const std::set<std::string> none;
     static const std::set<std::string> initDb = {"--sample"};
-    static const std::set<std::string> reset = {"--yes"};
+    // Reset is offered for an amendment only; --amendment is accepted and changes nothing.
+    static const std::set<std::string> reset = {"--yes", "--amendment"};
     static const std::set<std::string> run = {"--amendment",   "--excess-cpf",       "--no-excess-cpf",
                                               "--overseas-cpf", "--percent-ord-wage", "--yes"};
     static const std::set<std::string> submit = {"--amendment",       "--excess-cpf",
@@ -228,7 +229,8 @@ std::string RunOptionsHelp(ToolCommand command) {
                    : "  --type TYPE          cur-ir8a, sup-ir8a, ir8s, a8a, a8b or all (default all)\n";
     if (direct) {
         text +=
-            "  --user-id-type TYPE  the submitter's User ID Type (UserTypeID of the SubmitUserIDType keywords)\n"
+            "  --user-id-type TYPE  the submitter's User ID Type as the form lists it: PERSONAL,\n"
+            "                       CORPORATE or TAXAGENT (the SubmitUserIDType keywords)\n"
             "  --user-id ID         the submitter's User ID\n";
     }
     if (command == ToolCommand::Submit) {
@@ -303,13 +305,15 @@ std::string HelpText(ToolCommand command) {
                    RunOptionsHelp(command);
         case ToolCommand::Reset:
             return "Usage: iras-yearend reset --db FILE --user USER --employer ID --year YEAR\n"
-                   "                         --type TYPE [--yes] [--report-dir DIR]\n\n"
+                   "                         --type TYPE [--yes] [--amendment]\n\n"
                    "\"Reset Last Generation\": restores the employer's state from before the last\n"
-                   "generation of one return. Needs the right to that return.\n\n"
+                   "generation of one return. Needs the module right only (as the form's button).\n\n"
                    "  --db, --user, --employer, --year   as for generate\n"
                    "  --type TYPE          cur-ir8a, sup-ir8a, ir8s, a8a or a8b (required)\n"
                    "  --yes                answer Yes to \"Are You Sure?\" (asked on a terminal\n"
-                   "                       without it, else answered No)\n";
+                   "                       without it, else answered No)\n"
+                   "  --amendment          accepted and changes nothing: the form offers reset for\n"
+                   "                       an amendment\n";
         case ToolCommand::Check:
             return "Usage: iras-yearend check FILE...\n\n"
                    "Checks AIS return files (IR8A, IR8S, Appendix 8A, Appendix 8B) as IRAS would:\n"
@@ -338,10 +342,11 @@ std::string HelpText(ToolCommand command) {
            "  0  success\n"
            "  1  validation errors: the data or a checked file failed IRAS's rules (see the log)\n"
            "  2  bad arguments; also an unknown employer or year, a return this version cannot\n"
-           "     make, or a missing --user-id-type / --user-id\n"
+           "     make, a missing --user-id-type / --user-id or a User ID Type not in the list\n"
            "  3  no access: the user lacks the module's or the return's right\n"
            "  4  the database or the submission engine failed (missing, locked or damaged file)\n"
-           "  5  a folder or file could not be created, read or written\n"
+           "  5  a folder or file could not be created, read or written (--out and the report\n"
+           "     directory are tried before the run starts)\n"
            "  6  stopped: a question was not answered Yes (see --yes), or the validation found\n"
            "     warnings and --proceed-with-warnings was not given\n"
            "  7  nothing produced: no records to process, or the file could not be saved\n";

@@ -126,7 +126,9 @@ RunOutcome RunController::Guarded(const std::function<RunOutcome()>& flow) {
     } catch (const std::exception& error) {
         message = error.what();
     }
-    // The run stops where it failed; the logs keep what it did so far.
+    // The run stops where it failed; the logs keep what it did so far, and a
+    // run folder it made but never filled does not stay behind.
+    RemoveRunFolderIfEmpty();
     AppendLog({"", message, ""});
     debugMemo_->Append(message);
     Show(MessageKind::Error, message);

@@ -1,13 +1,21 @@
 // The commands of iras-yearend. A run command opens the database under the
-// alias "kovadb", checks the module right, the employer and the basis year,
-// then presses the form's button on a RunController whose messages, questions,
+// alias "kovadb", checks the module right, the employer, the basis year, the
+// User ID Type, the return's right and the folders it will write to (so that a
+// mistake stops it before anything is recorded), then presses the form's
+// button on a RunController whose messages, questions,
 // progress window and save dialog are the terminal: messages and questions on
 // standard error, the run log on standard output, a progress bar on standard
 // error when it is a terminal, files saved into the "File Directory".
 #include "apps/run/YearEndTool.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -16,8 +24,9 @@
 #include "apps/run/RunController.h"
 #include "platform/ais/AisFileChecker.h"
 #include "platform/database/Query.h"
-#include "platform/host/BQueryViewTable.h"
 #include "platform/database/Schema.h"
+#include "platform/host/BQueryViewTable.h"
+#include "platform/host/HostFunctions.h"
 
 namespace iras {
 
@@ -263,10 +272,57 @@ std::vector<std::string> ListedEmployers() {
     return employers;
 }
 
+// The submitter's User ID Types as the form's list holds them: the value
+// (UserTypeID) and its description.
+std::vector<std::pair<std::string, std::string>> ListedUserIdTypes() {
+    db::Query query("kovadb");
+    query.SetSQL(
+        "SELECT YEProperty1 AS UserTypeID, YEKeywordDefaultName AS UserTypeDesc,  "
+        "YEKeywordUserDefinedName FROM YEKeyWord WHERE YEKeywordCategory = 'SubmitUserIDType' "
+        "ORDER BY YEKeywordDefaultName ");
+    query.Open();
+    std::vector<std::pair<std::string, std::string>> types;
+    for (query.First(); !query.Eof(); query.Next()) {
+        types.emplace_back(query.FieldByName("UserTypeID").AsString(),
+                           query.FieldByName("UserTypeDesc").AsString());
+    }
+    return types;
+}
+
 std::string Joined(const std::vector<std::string>& items) {
     std::string text;
     for (const std::string& item : items) text += (text.empty() ? "" : ", ") + item;
     return text.empty() ? "none" : text;
+}
+
+std::string UserIdTypeChoices(const std::vector<std::pair<std::string, std::string>>& types) {
+    std::vector<std::string> items;
+    for (const auto& [value, description] : types) items.push_back(value + " (" + description + ")");
+    return Joined(items);
+}
+
+bool SameLetters(const std::string& a, const std::string& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
+        return std::toupper(x) == std::toupper(y);
+    });
+}
+
+// Why a folder cannot take the run's files, or "" when it can: it is made
+// when missing and a file is written and removed in it. Checked before the
+// run records anything, so that a run never ends halfway on a folder the
+// user could have fixed first.
+std::string FolderProblem(const fs::path& folder) {
+    std::error_code error;
+    if (fs::exists(folder, error) && !fs::is_directory(folder, error)) return "is a file, not a folder";
+    fs::create_directories(folder, error);
+    if (error) return "cannot be made: " + error.message();
+    const fs::path probe = folder / (".iras-yearend-" + std::to_string(::getpid()) + ".probe");
+    {
+        std::ofstream out(probe, std::ios::binary | std::ios::trunc);
+        if (!out) return "cannot be written to: " + std::string(std::strerror(errno));
+    }
+    fs::remove(probe, error);
+    return "";
 }
 
 int RunCommand(const ToolOptions& options, Terminal& terminal) {
@@ -312,11 +368,26 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
 
     const bool direct =
         options.command == ToolCommand::Validate || options.command == ToolCommand::Submit;
+    const bool reset = options.command == ToolCommand::Reset;
+    // The form's User ID Type is a pick from a list; a value off the list
+    // would only be refused by the engine after the whole validation.
+    std::string userIdType = options.userIdType;
+    if (direct && !userIdType.empty()) {
+        const auto types = ListedUserIdTypes();
+        const auto listed = std::find_if(types.begin(), types.end(), [&](const auto& type) {
+            return SameLetters(type.first, userIdType);
+        });
+        if (listed == types.end()) {
+            terminal.Err("Error: the User ID Type \"" + userIdType + "\" is not in the list (" +
+                         UserIdTypeChoices(types) + ").");
+            return kExitUsage;
+        }
+        userIdType = listed->first;
+    }
+
     std::error_code error;
     const fs::path outDirectory = fs::absolute(options.out, error);
-    if (!direct && options.command != ToolCommand::Reset) {
-        fs::create_directories(outDirectory);  // throws filesystem_error when it cannot
-    }
+    fs::path reportDirectory;  // known once the rights are granted: the default one is made on asking
 
     TerminalDialogs dialogs(terminal, options.yes);
     TerminalLog log(terminal);
@@ -328,17 +399,11 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     services.logMemo = &log;
     services.debugMemo = &debug;
     services.savePrompt = &savePrompt;
+    services.reportDirectory = [&reportDirectory] { return reportDirectory; };
     if (terminal.ProgressBar()) {
         services.progress = [&terminal]() -> std::unique_ptr<ProgressWindow> {
             return std::make_unique<TerminalProgress>(terminal);
         };
-    }
-    if (!options.reportDir.empty()) {
-        const fs::path reportDirectory = fs::absolute(options.reportDir);
-        // Made before the run, so that a folder that cannot be made stops
-        // everything with one message instead of failing the run halfway.
-        fs::create_directories(reportDirectory);
-        services.reportDirectory = [reportDirectory] { return reportDirectory; };
     }
 
     RunController controller(direct ? RunMode::DirectSubmission : RunMode::Generation, services);
@@ -349,8 +414,32 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     choices.original = !options.amendment;
     choices.fileDirectory = outDirectory.string();
     choices.ir8s = options.ir8s;
-    choices.submitUserIdType = options.userIdType;
+    choices.submitUserIdType = userIdType;
     choices.submitUserId = options.userId;
+
+    // The right to the return is the button's first check; asking it here
+    // too keeps a refused user from making any folder.
+    if (!reset && !controller.HasRightForFileType()) {
+        terminal.Err("Warning: " + kNoAccessMessage);
+        return kExitNoAccess;
+    }
+    if (!direct && !reset) {
+        if (const std::string problem = FolderProblem(outDirectory); !problem.empty()) {
+            terminal.Err("Error: the File Directory (--out) " + outDirectory.string() + " " + problem + ".");
+            return kExitFileSystem;
+        }
+    }
+    if (!reset) {  // reset writes nothing there
+        reportDirectory =
+            options.reportDir.empty() ? _GetHRPCurrentDirectory("Report") : fs::absolute(options.reportDir);
+        if (const std::string problem = FolderProblem(reportDirectory); !problem.empty()) {
+            terminal.Err("Error: the report directory " +
+                         std::string(options.reportDir.empty() ? "" : "(--report-dir) ") +
+                         reportDirectory.string() + " " + problem +
+                         (options.reportDir.empty() ? "; choose another with --report-dir." : "."));
+            return kExitFileSystem;
+        }
+    }
 
     RunOutcome outcome = RunOutcome::Done;
     switch (options.command) {
@@ -377,13 +466,22 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     // pass refused the data; for a script that ending is a validation failure.
     if (direct && controller.LastValidationRefused()) outcome = RunOutcome::ValidationRefused;
     int status = ExitStatusOf(outcome);
-    // The form leaves these endings to its log page; a terminal user gets one line.
+    // The form leaves these endings to its log page or its fields; a terminal
+    // user gets one line that says what to do.
     if (outcome == RunOutcome::ValidationRefused) {
-        terminal.Err("Error: the data failed validation, so no file was made. The run log says why"
-                     + std::string(direct ? "." : "; the employee error log lists the employees."));
+        terminal.Err(options.command == ToolCommand::Submit
+                         ? "Error: the data failed validation, so nothing was submitted. The run log says why."
+                     : direct ? "Error: the data failed validation. The run log says why."
+                              : "Error: the data failed validation, so no file was made. The run log says why; "
+                                "the employee error log lists the employees.");
     } else if (outcome == RunOutcome::NothingProduced) {
         terminal.Err("No file was made: there were no records to process, or the file could not be "
                      "saved. The run log says which.");
+    } else if (outcome == RunOutcome::MissingUserId) {
+        terminal.Err(userIdType.empty()
+                         ? "Give the submitter with --user-id-type, one of: " +
+                               UserIdTypeChoices(ListedUserIdTypes()) + "."
+                         : std::string("Give the submitter's User ID with --user-id."));
     }
     // Nothing ran when nothing was logged; the files of the last run stay.
     if (!controller.LogMemo().Lines().empty() || !controller.DebugMemo().Lines().empty()) {
