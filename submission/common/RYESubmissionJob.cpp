@@ -10,6 +10,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -349,6 +350,7 @@ int RYESubmissionJob::PlaceFile(const std::string& fileName) {
         OutputFilePath = runPath;
         if (DirectSubmit(RunFolder, fileName, DirectSubmitFormType()) != 0) {
             ProcessSubmission(false);
+            SaveDirectSubmitSummary();
         }
         return 1;
     }
@@ -382,23 +384,26 @@ int RYESubmissionJob::PlaceFile(const std::string& fileName) {
     return 1;
 }
 
-bool RYESubmissionJob::SaveOutputLines(const std::string& path) {
+namespace {
+
+// Writes the lines to a temporary file beside path and renames it over path,
+// so that a failure never leaves a half-written file. "" or the reason.
+std::string WriteLinesAtomically(const std::filesystem::path& target, const StringList& lines,
+                                 std::string_view lineEnd) {
     namespace fs = std::filesystem;
-    const fs::path target(path);
     fs::path folder = target.parent_path();
     if (folder.empty()) folder = ".";
     const fs::path temporary =
         folder / ("." + target.filename().string() + "." + std::to_string(getpid()) + ".tmp");
-
     std::string reason;
     {
         std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
         if (!out) {
             reason = std::strerror(errno);
         } else {
-            for (const auto& line : OutputLines) {
+            for (const auto& line : lines) {
                 out.write(line.data(), static_cast<std::streamsize>(line.size()));
-                out.write("\r\n", 2);
+                out.write(lineEnd.data(), static_cast<std::streamsize>(lineEnd.size()));
             }
             out.flush();
             if (!out) reason = std::strerror(errno);
@@ -407,11 +412,31 @@ bool RYESubmissionJob::SaveOutputLines(const std::string& path) {
     if (reason.empty()) {
         std::error_code renameError;
         fs::rename(temporary, target, renameError);
-        if (!renameError) return true;
+        if (!renameError) return "";
         reason = renameError.message();
     }
     std::error_code ignored;
     fs::remove(temporary, ignored);
+    return reason;
+}
+
+}  // namespace
+
+void RYESubmissionJob::SaveDirectSubmitSummary() {
+    if (!Params.actualRun || !Params.original || SummaryFileName().empty()) return;
+    StringList summary;
+    GenerateSummary(summary);
+    const std::filesystem::path target = std::filesystem::path(RunFolder) / (SummaryFileName() + ".txt");
+    const std::string reason = WriteLinesAtomically(target, summary, "\n");
+    if (!reason.empty()) {
+        WriteAllMemo("The summary file " + target.string() + " could not be written: " + reason + ".");
+    }
+}
+
+bool RYESubmissionJob::SaveOutputLines(const std::string& path) {
+    // Return files end every record, the last one too, with CR LF.
+    const std::string reason = WriteLinesAtomically(path, OutputLines, "\r\n");
+    if (reason.empty()) return true;
     WriteAllMemo("The file " + path + " could not be written: " + reason + ".");
     return false;
 }

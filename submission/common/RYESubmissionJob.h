@@ -112,6 +112,10 @@ protected:
     virtual int RecordWidth() const { return 1200; }
     virtual std::string FileName() const = 0;  // "CUR_Submission(O).txt"
     virtual std::string DirectSubmitFormType() const = 0;
+    // Name (without ".txt") of the summary file that an actual direct
+    // submission of an Original leaves in the run folder for the form to
+    // find; "" for a return that has none there.
+    virtual std::string SummaryFileName() const { return ""; }
     // The employee named in the findings of a failing row.
     virtual std::string EmployeeTaxNo();
     virtual std::string EmployeeId();
@@ -137,6 +141,7 @@ protected:
     // file in the same folder; false (and a log line naming the path) when
     // it cannot, leaving no file behind.
     bool SaveOutputLines(const std::string& path);
+    void SaveDirectSubmitSummary();
 
     void WriteAllBanner(const std::string& title);       // "", banner, ""
     void WriteInternalBanner(const std::string& title);  // "", banner, ""

@@ -65,4 +65,8 @@ std::string RIR8AeSubmission::FileName() const {
 // The engine knows both IR8A files under the current return's form type.
 std::string RIR8AeSubmission::DirectSubmitFormType() const { return "CurIR8A"; }
 
+std::string RIR8AeSubmission::SummaryFileName() const {
+    return IR8AType == "CurIR8A" ? "IRASSummaryFile" : "";
+}
+
 }  // namespace iras

@@ -56,6 +56,7 @@ protected:
     void PrepareTrailer() override { PrepareIR8ATrailer(); }
     std::string FileName() const override;
     std::string DirectSubmitFormType() const override;
+    std::string SummaryFileName() const override;  // "IRASSummaryFile", current IR8A only
 
 private:
     bool Supplementary() const { return IR8AType != "CurIR8A"; }

@@ -1,6 +1,8 @@
 // The job contract as a return uses it: the logs of a run, where the file
 // goes (save prompt, cancel, the "All" run's copy, an unwritable folder), and
 // the calls to the submission engine in order.
+#include <fstream>
+
 #include "tests/ir8a/IR8AFixture.h"
 
 namespace iras::testing {
@@ -51,6 +53,7 @@ TEST_F(IR8AJob, DirectSubmissionCallsTheEngineInOrderWithTheCurrentFormType) {
                   "DirectSubmitAppendLog(IRASDirectSubmitDebug.log)", "DirectSubmitAppendLog(IRASDirectSubmit.log)",
                   "SubmitRecords(true, false)"}));
     EXPECT_TRUE(std::filesystem::exists(root / "run" / "SUP_Submission(O).txt"));
+    EXPECT_FALSE(std::filesystem::exists(root / "run" / "IRASSummaryFile.txt"));  // current IR8A only
     EXPECT_TRUE(Has(log, "engine record for IRASDirectSubmit.log"));
     EXPECT_TRUE(Has(debug, "engine record for IRASDirectSubmitDebug.log"));
     // The engine's submission is told in the debug log only.
@@ -58,6 +61,20 @@ TEST_F(IR8AJob, DirectSubmissionCallsTheEngineInOrderWithTheCurrentFormType) {
               (StringList{"           PROCESSING SUBMISSION                ", std::string(48, ' '),
                           std::string(48, '*'), "", "Submission is successful.", ""}));
     EXPECT_FALSE(Has(log, "           PROCESSING SUBMISSION                ") || Has(log, "Submission is successful."));
+}
+
+TEST_F(IR8AJob, ActualDirectSubmissionOfTheCurrentOriginalLeavesItsSummaryInTheRunFolder) {
+    params.directSubmission = params.actualRun = true;
+    auto job = MakeJob("CurIR8A");
+    ASSERT_NE(job->ValidateIR8AFile(), 0);
+    ASSERT_NE(job->ProcessIR8AeSubmission(), 0);
+    std::ifstream summary(root / "run" / "IRASSummaryFile.txt");
+    ASSERT_TRUE(summary.good());
+    std::string first, second, third;
+    std::getline(summary, first);
+    std::getline(summary, second);
+    std::getline(summary, third);
+    EXPECT_EQ(first + "|" + second + "|" + third, std::string(48, '*') + "||SUMMARY OF FILE - Current IR8A    ");
 }
 
 TEST_F(IR8AJob, TrialDirectSubmissionOnlyChecksAndReportsWarningsBeforeErrors) {
@@ -71,6 +88,7 @@ TEST_F(IR8AJob, TrialDirectSubmissionOnlyChecksAndReportsWarningsBeforeErrors) {
               (StringList{"Record processed with warning(s).", "Record processed with error(s).", ""}));
     EXPECT_TRUE(job->GetHasErrors() && job->GetHasWarnings());
     EXPECT_EQ(job->FileIdentifier(), "TEST2023eIR8A");
+    EXPECT_FALSE(std::filesystem::exists(root / "run" / "IRASSummaryFile.txt"));
 }
 
 TEST_F(IR8AJob, SavePromptGetsTheFileNameAndAnActualRunKeepsACopyUnlessCancelled) {
