@@ -284,10 +284,13 @@ CREATE TABLE A8BRecord (
     TypePlanGranted        TEXT NOT NULL DEFAULT '',  -- keyword 'ESOP' or 'ESOW'
     DateStockGranted       TEXT NOT NULL DEFAULT '1899-12-30',
     DateExerciseStock      TEXT NOT NULL DEFAULT '1899-12-30',
-    ExercisePriceStock     REAL NOT NULL DEFAULT 0,   -- per share, up to 5 decimals
-    MktValueStockGrant     REAL NOT NULL DEFAULT 0,
-    MktValueExerciseStock  REAL NOT NULL DEFAULT 0,
-    SharesAcquired         REAL NOT NULL DEFAULT 0,
+    -- Prices per share (up to 5 decimals) and the number of shares are
+    -- NUMERIC, not REAL money: an amended row carries them as they are, while
+    -- its amounts become the difference from what was submitted.
+    ExercisePriceStock     NUMERIC NOT NULL DEFAULT 0,
+    MktValueStockGrant     NUMERIC NOT NULL DEFAULT 0,
+    MktValueExerciseStock  NUMERIC NOT NULL DEFAULT 0,
+    SharesAcquired         NUMERIC NOT NULL DEFAULT 0,
     EESOPTaxExempt         REAL NOT NULL DEFAULT 0,
     CSOPTaxExempt          REAL NOT NULL DEFAULT 0,
     NSOPTaxExempt          REAL NOT NULL DEFAULT 0,

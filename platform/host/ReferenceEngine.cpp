@@ -53,6 +53,7 @@ std::string ForEmployerAndYear(const std::string& employerId, int year) {
 }
 
 // Money is REAL in the payroll schema; other engines call it MONEY or DECIMAL.
+// Per-share prices and share counts are NUMERIC and are not amounts.
 bool IsAmountType(const std::string& declared) {
     const std::string type = AsciiUpper(declared);
     for (const char* word : {"REAL", "FLOA", "DOUB", "MONEY", "DECIMAL"})

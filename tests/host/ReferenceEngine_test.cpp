@@ -125,6 +125,21 @@ TEST_F(ReferenceEngineTest, AmendedSectionRowsAreMatchedByTheirKeyAndARemovedRow
               "7:-500.00:2023");
 }
 
+TEST_F(ReferenceEngineTest, AmendedSharePlanRowKeepsPricesAndSharesAndDiffersOnlyInGains) {
+    Exec("INSERT INTO A8B (PersonalSysId, YEYear) VALUES (1, 2023)");
+    Exec("INSERT INTO A8BRecord (PersonalSysId, YEYear, A8BRecordSysId, ExercisePriceStock, MktValueExerciseStock,"
+         " SharesAcquired, StockGains) VALUES (1, 2023, 1, 1.2, 2.18, 2500, 2450)");
+    auto original = Engine(admin_, "ALPHA", 2023, "A8B", true);
+    ASSERT_NE(original->SubmitRecords(true, false), 0) << original->LastError();
+    // 500 more shares were exercised at the same prices: (2.18 - 1.20) x 3000 = 2940.
+    Exec("UPDATE A8BRecord SET SharesAcquired = 3000, StockGains = 2940 WHERE YEYear = 2023");
+    auto amendment = Engine(admin_, "ALPHA", 2023, "A8B", false);
+    ASSERT_NE(amendment->GenerateViewTables(), 0) << amendment->LastError();
+    EXPECT_EQ(Text("SELECT printf('%.2f|%.2f|%d|%.2f', ExercisePriceStock, MktValueExerciseStock, SharesAcquired,"
+                   " StockGains) FROM " + View(admin_, "A8BRecord")),
+              "1.20|2.18|3000|490.00");
+}
+
 TEST_F(ReferenceEngineTest, SupplementaryCopyIsKeptUnderNineAndTheBasisYearBesideTheCurrentOne) {
     auto current = Engine(admin_, "ALPHA", 2023, "CurIR8A", true);
     ASSERT_NE(current->SubmitRecords(true, false), 0) << current->LastError();
