@@ -827,6 +827,16 @@ INSERT INTO IR8SA (PersonalSysId, YEYear, IR8SOrder, IR8SMonth, OrdWages, Contri
 VALUES (2026, 2024, 14, 'Extra', 2500.00, 425.00, 500.00);
 
 ------------------------------------------------------------------------------
+-- All employers: the payroll keeps the total of item d of each IR8A (the
+-- allowances, commission, gratuity, contributions, gains and benefits that
+-- make up "others"), as entered, negative corrections included. An employee
+-- whose only income is a commission is reported through it.
+------------------------------------------------------------------------------
+UPDATE IR8A SET TotalSectionD = Commission + Pension + Transport + Entertainment + OtherAllowance
+    + OtherAllowanceAmt + CPFBorneByER + Gratuity + AccruedFrom + EROutsideContri + ERExcessContri
+    + TotalStockGainsAfter + BenefitsInKind + IR8ABenefitsInKind;
+
+------------------------------------------------------------------------------
 -- Persons, employee codes and the banks that salaries are paid into.
 ------------------------------------------------------------------------------
 INSERT INTO Personal (PersonalSysId, PersonalName, DateOfBirth)

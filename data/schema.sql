@@ -116,7 +116,7 @@ CREATE TABLE IR8A (
     TotalStockGainsAfter      REAL NOT NULL DEFAULT 0,   -- share-plan gains, plans from 2003
     BenefitsInKind            REAL NOT NULL DEFAULT 0,   -- from Appendix 8A
     IR8ABenefitsInKind        REAL NOT NULL DEFAULT 0,   -- entered on the IR8A itself
-    TotalSectionD             REAL NOT NULL DEFAULT 0,
+    TotalSectionD             REAL NOT NULL DEFAULT 0,   -- the payroll's total of item d (allowances, commission, gains, benefits ...)
     RemissionAmt              REAL NOT NULL DEFAULT 0,
     ExemptIncomeAmt           REAL NOT NULL DEFAULT 0,
     ExemptIncomeType          TEXT NOT NULL DEFAULT 'IncomeTypeNA',  -- keyword, category ExemptIncomeType
