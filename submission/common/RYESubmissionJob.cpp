@@ -152,165 +152,165 @@ int RYESubmissionJob::GenerateViewTables(const std::string& submissionType, int 
     return Engine->GenerateViewTables();
 }
 
-// -------------------------------------------------------------- validation
+// ------------------------------------------------------------------ passes
 
-int RYESubmissionJob::RunValidation() {
-    const JobTexts& texts = Texts();
-    WriteAllBanner(texts.validateTitle);
+// Each pass opens with its banner and start time and closes with its end
+// time. A database failure (a missing table or column, a locked file) ends
+// the pass with its message: the job itself never throws.
+int RYESubmissionJob::RunPass(const std::string& title, const std::string& failure,
+                              int (RYESubmissionJob::*pass)()) {
+    WriteAllBanner(title);
     WriteAllMemo("Start Date and Time: " + NowText());
-
     int result = 0;
     try {
-        if (RefreshQuery() != 0) {
-            if (!MainQuery.IsEmpty()) {
-                WriteAllBanner(texts.headerValidateTitle);
-                ErrorList.clear();
-                if (Params.original && HeaderValidation() == 0) {
-                    HeaderErrorCount = static_cast<int>(ErrorList.size());
-                    WriteAllMemo("");
-                    for (const auto& line : ErrorList) WriteAllMemo(line);
-                    WriteAllMemo("");
-                }
-            }
-
-            WriteAllBanner(texts.detailValidateTitle);
-            for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
-                RefreshEmployee();
-                ErrorList.clear();
-                bool passed = true;
-                if (Params.original && DetailsValidation() == 0) passed = false;
-                // The rules clear the list for their own messages; the record
-                // limits add theirs after them.
-                StringList rules = ErrorList;
-                ErrorList.clear();
-                if (RecordLimitValidation() == 0) passed = false;
-                rules.insert(rules.end(), ErrorList.begin(), ErrorList.end());
-                ErrorList = std::move(rules);
-                if (passed) continue;
-
-                const std::string taxNo = EmployeeTaxNo();
-                WriteAllMemo("");
-                WriteAllMemo("Employee " + taxNo + texts.employeeFailedSuffix);
-                if (EmployeeErrorLog != nullptr) {
-                    EmployeeErrorLog->push_back("Identity No: " + taxNo);
-                    EmployeeErrorLog->push_back("Employee ID: " + EmployeeId());
-                }
-                for (const auto& line : ErrorList) {
-                    WriteAllMemo(line);
-                    if (EmployeeErrorLog != nullptr) EmployeeErrorLog->push_back(line);
-                }
-                WriteAllMemo("");
-                if (EmployeeErrorLog != nullptr) EmployeeErrorLog->push_back("");
-                ++RecordsFailed;
-            }
-
-            result = (Params.check && HeaderErrorCount == 0 && RecordsFailed == 0) ? 1 : 0;
-            if (result == 0) {
-                WriteAllMemo("");
-                WriteAllMemo(texts.validationHeaderErrorsLabel + std::to_string(HeaderErrorCount));
-                WriteAllMemo("Total No. of Records not successfully validated: " +
-                             std::to_string(RecordsFailed));
-                WriteAllMemo("");
-            }
-        }
+        result = (this->*pass)();
     } catch (const std::exception& error) {
-        // A database failure (a missing table or column, a locked file) ends
-        // the pass with its message; the job itself never throws.
         WriteAllMemo("");
-        WriteAllMemo("The validation could not be completed: " + std::string(error.what()));
+        WriteAllMemo(failure + error.what());
         result = 0;
     } catch (...) {
         WriteAllMemo("");
-        WriteAllMemo("The validation could not be completed: an unexpected failure.");
+        WriteAllMemo(failure + "an unexpected failure.");
         result = 0;
     }
-
     WriteAllMemo("");
     WriteAllMemo("End Date and Time: " + NowText());
     WriteAllMemo("");
     return result;
 }
 
+// -------------------------------------------------------------- validation
+
+int RYESubmissionJob::RunValidation() {
+    return RunPass(Texts().validateTitle, "The validation could not be completed: ",
+                   &RYESubmissionJob::ValidationPass);
+}
+
+int RYESubmissionJob::ValidationPass() {
+    const JobTexts& texts = Texts();
+    int result = 0;
+    if (RefreshQuery() != 0) {
+        if (!MainQuery.IsEmpty()) {
+            WriteAllBanner(texts.headerValidateTitle);
+            ErrorList.clear();
+            if (Params.original && HeaderValidation() == 0) {
+                HeaderErrorCount = static_cast<int>(ErrorList.size());
+                WriteAllMemo("");
+                for (const auto& line : ErrorList) WriteAllMemo(line);
+                WriteAllMemo("");
+            }
+        }
+
+        WriteAllBanner(texts.detailValidateTitle);
+        for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
+            RefreshEmployee();
+            ErrorList.clear();
+            bool passed = true;
+            if (Params.original && DetailsValidation() == 0) passed = false;
+            // The rules clear the list for their own messages; the record
+            // limits add theirs after them.
+            StringList rules = ErrorList;
+            ErrorList.clear();
+            if (RecordLimitValidation() == 0) passed = false;
+            rules.insert(rules.end(), ErrorList.begin(), ErrorList.end());
+            ErrorList = std::move(rules);
+            if (passed) continue;
+
+            const std::string taxNo = EmployeeTaxNo();
+            WriteAllMemo("");
+            WriteAllMemo("Employee " + taxNo + texts.employeeFailedSuffix);
+            if (EmployeeErrorLog != nullptr) {
+                EmployeeErrorLog->push_back("Identity No: " + taxNo);
+                EmployeeErrorLog->push_back("Employee ID: " + EmployeeId());
+            }
+            for (const auto& line : ErrorList) {
+                WriteAllMemo(line);
+                if (EmployeeErrorLog != nullptr) EmployeeErrorLog->push_back(line);
+            }
+            WriteAllMemo("");
+            if (EmployeeErrorLog != nullptr) EmployeeErrorLog->push_back("");
+            ++RecordsFailed;
+        }
+
+        result = (Params.check && HeaderErrorCount == 0 && RecordsFailed == 0) ? 1 : 0;
+        if (result == 0) {
+            WriteAllMemo("");
+            WriteAllMemo(texts.validationHeaderErrorsLabel + std::to_string(HeaderErrorCount));
+            WriteAllMemo("Total No. of Records not successfully validated: " +
+                         std::to_string(RecordsFailed));
+            WriteAllMemo("");
+        }
+    }
+    return result;
+}
+
 // -------------------------------------------------------------- generation
 
 int RYESubmissionJob::RunGeneration() {
+    return RunPass(Texts().processTitle, "The file could not be generated: ", &RYESubmissionJob::GenerationPass);
+}
+
+int RYESubmissionJob::GenerationPass() {
     const JobTexts& texts = Texts();
-    WriteAllBanner(texts.processTitle);
-    WriteAllMemo("Start Date and Time: " + NowText());
-
     int result = 0;
-    try {
-        Output->SetMax(100, RecordWidth());
-        Output->SetLeftMargin(0);
-        Output->SetZeroAsNA(0);
-        // A generation pass on its own (no validation pass before it in this
-        // job) opens the queries itself.
-        bool ready = true;
-        if (RefreshBeforeGeneration() || !MainQuery.Active()) ready = RefreshQuery() != 0;
+    Output->SetMax(100, RecordWidth());
+    Output->SetLeftMargin(0);
+    Output->SetZeroAsNA(0);
+    // A generation pass on its own (no validation pass before it in this
+    // job) opens the queries itself.
+    bool ready = true;
+    if (RefreshBeforeGeneration() || !MainQuery.Active()) ready = RefreshQuery() != 0;
 
-        if (!ready) {
-            WriteAllMemo("");
-            WriteAllMemo("The data of the return could not be prepared. No file is created.");
-        } else if (MainQuery.IsEmpty()) {
-            WriteAllMemo("");
-            WriteAllMemo("No Records to be processed.");
-        } else {
-            WriteAllBanner(texts.headerTitle);
+    if (!ready) {
+        WriteAllMemo("");
+        WriteAllMemo("The data of the return could not be prepared. No file is created.");
+    } else if (MainQuery.IsEmpty()) {
+        WriteAllMemo("");
+        WriteAllMemo("No Records to be processed.");
+    } else {
+        WriteAllBanner(texts.headerTitle);
+        if (Params.check) {
+            Output->SetNew();
+            PrepareHeader();
+            Output->SetEnd(1);
+            Output->ListOutput(OutputLines);
+        }
+
+        WriteAllBanner(texts.detailTitle);
+        for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
+            ++RecordsProcessed;
+            RefreshEmployee();
+            PrepareDetails();
+        }
+
+        if (HasTrailer()) {
+            WriteAllBanner(texts.trailerTitle);
             if (Params.check) {
                 Output->SetNew();
-                PrepareHeader();
+                PrepareTrailer();
                 Output->SetEnd(1);
                 Output->ListOutput(OutputLines);
             }
-
-            WriteAllBanner(texts.detailTitle);
-            for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
-                ++RecordsProcessed;
-                RefreshEmployee();
-                PrepareDetails();
-            }
-
-            if (HasTrailer()) {
-                WriteAllBanner(texts.trailerTitle);
-                if (Params.check) {
-                    Output->SetNew();
-                    PrepareTrailer();
-                    Output->SetEnd(1);
-                    Output->ListOutput(OutputLines);
-                }
-            }
-
-            WriteAllMemo("");
-            WriteAllMemo(texts.generationHeaderErrorsLabel + std::to_string(HeaderErrorCount));
-            WriteAllMemo("Total No. of Records processed                 : " +
-                         std::to_string(RecordsProcessed));
-            WriteAllMemo("Total No. of Records successfully processed    : " +
-                         std::to_string(RecordsSucceeded));
-            WriteAllMemo("Total No. of Records not successfully processed: " +
-                         std::to_string(RecordsFailed));
-
-            WriteAllBanner(texts.fileStepTitle);
-            if (!Params.check) {
-                WriteAllMemo("No file is created: the output of records is switched off.");
-            } else if (RecordFault) {
-                WriteAllMemo("No file is created: not every record could be written.");
-            } else {
-                result = PlaceFile(FileName());
-            }
         }
-    } catch (const std::exception& error) {
-        WriteAllMemo("");
-        WriteAllMemo("The file could not be generated: " + std::string(error.what()));
-        result = 0;
-    } catch (...) {
-        WriteAllMemo("");
-        WriteAllMemo("The file could not be generated: an unexpected failure.");
-        result = 0;
-    }
 
-    WriteAllMemo("");
-    WriteAllMemo("End Date and Time: " + NowText());
-    WriteAllMemo("");
+        WriteAllMemo("");
+        WriteAllMemo(texts.generationHeaderErrorsLabel + std::to_string(HeaderErrorCount));
+        WriteAllMemo("Total No. of Records processed                 : " +
+                     std::to_string(RecordsProcessed));
+        WriteAllMemo("Total No. of Records successfully processed    : " +
+                     std::to_string(RecordsSucceeded));
+        WriteAllMemo("Total No. of Records not successfully processed: " +
+                     std::to_string(RecordsFailed));
+
+        WriteAllBanner(texts.fileStepTitle);
+        if (!Params.check) {
+            WriteAllMemo("No file is created: the output of records is switched off.");
+        } else if (RecordFault) {
+            WriteAllMemo("No file is created: not every record could be written.");
+        } else {
+            result = PlaceFile(FileName());
+        }
+    }
     return result;
 }
 

@@ -141,6 +141,9 @@ protected:
     // file in the same folder; false (and a log line naming the path) when
     // it cannot, leaving no file behind.
     bool SaveOutputLines(const std::string& path);
+    int RunPass(const std::string& title, const std::string& failure, int (RYESubmissionJob::*pass)());
+    int ValidationPass();
+    int GenerationPass();
     void SaveDirectSubmitSummary();
 
     void WriteAllBanner(const std::string& title);       // "", banner, ""
