@@ -70,6 +70,11 @@ private:
         void SetInternalMemo(LogSink*) override {}
         void SetEmployeeErrorLog(StringList* list) override { errors_ = list; }
         void SetSaveDialog(SaveFilePrompt*) override {}
+        void SetBasisYear(int) override {}
+        std::string SummaryFileName() const override {
+            if (name_ == "CurIR8A") return "IRASSummaryFile";
+            return name_ == "SupIR8A" ? "" : name_ + "SummaryFile";
+        }
         int ValidateFile() override {
             owner_.calls.push_back(name_ + ":Validate");
             log_->Append(name_ + " validated");
