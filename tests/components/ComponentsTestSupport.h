@@ -33,6 +33,12 @@ bool WaitFor(Condition condition, std::chrono::milliseconds limit = ProcessPatie
     return true;
 }
 
+// "{dir}" in a text stands for a test's folder.
+inline std::string InFolder(std::string text, const fs::path& folder) {
+    for (std::size_t at; (at = text.find("{dir}")) != std::string::npos;) text.replace(at, 5, folder.string());
+    return text;
+}
+
 inline std::string ReadText(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
     std::ostringstream text;

@@ -15,12 +15,6 @@
 namespace iras::testing {
 namespace {
 
-// "{dir}" in a text stands for the test's folder.
-std::string InFolder(std::string text, const fs::path& folder) {
-    for (std::size_t at; (at = text.find("{dir}")) != std::string::npos;) text.replace(at, 5, folder.string());
-    return text;
-}
-
 class DbIsqlTool : public ScriptFolder {
 protected:
     int Run(const std::vector<std::string>& args) {
@@ -106,12 +100,6 @@ TEST_F(DbIsqlTool, ScriptAndDataSourceGiveStatusLogLineAndRows) {
         EXPECT_EQ(StaffNames(), c.staffAfter);
         EXPECT_FALSE(fs::exists(folder_ / "nope.db")) << "an unknown database is not created";
     }
-}
-
-TEST_F(DbIsqlTool, ScriptThatIsAFolderIsRefused) {
-    fs::create_directory(folder_ / "load.sql");
-    EXPECT_EQ(Run({"-c", "dsn=" + database_, "-q", (folder_ / "load.sql").string()}), 2);
-    EXPECT_NE(ReadText(folder_ / "load.sql.log").find("is a folder, not a script file."), std::string::npos);
 }
 
 TEST_F(DbIsqlTool, BadCommandLineIsLoggedBesideTheScriptOrToldOnStderr) {

@@ -187,24 +187,18 @@ TEST_F(ExecDBISQLRun, BadInputEndsAsALineInTheToolsLog) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        const auto inFolder = [&](std::string text) {
-            for (std::size_t at; (at = text.find("{dir}")) != std::string::npos;) {
-                text.replace(at, 5, folder_.string());
-            }
-            return text;
-        };
         std::string scriptFile = c.scriptFile;
         const bool quoted = scriptFile.front() == '"';
         if (quoted) scriptFile = scriptFile.substr(1, scriptFile.size() - 2);
         if (c.scriptText) WriteText(folder_ / scriptFile, c.scriptText);
         scriptFile = (folder_ / scriptFile).string();
         runner_.SetSQLScriptFile(quoted ? "\"" + scriptFile + "\"" : scriptFile);
-        runner_.SetDataSourceName(*c.dataSource ? inFolder(c.dataSource) : database_);
+        runner_.SetDataSourceName(*c.dataSource ? InFolder(c.dataSource, folder_) : database_);
 
         runner_.SetExecute(true);
         EXPECT_EQ(runner_.LastStartError(), "");
         const std::string log = LogWhenEnded(folder_ / c.log);
-        EXPECT_NE(log.find(inFolder(c.line)), std::string::npos) << log;
+        EXPECT_NE(log.find(InFolder(c.line, folder_)), std::string::npos) << log;
         EXPECT_NE(log.find("dbisql ended with status " + std::to_string(c.status) + "."), std::string::npos) << log;
         EXPECT_EQ(StaffNames(), c.staffAfter);
     }
