@@ -37,10 +37,7 @@ class IR8ATest : public ::testing::Test {
 protected:
     void SetUp() override {
         SetClockForTesting(&IR8AClock);
-        static std::atomic<int> counter{0};
-        root = std::filesystem::temp_directory_path() /
-               ("ir8a-test-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-        std::filesystem::remove_all(root);
+        root = UniqueTempFolder("ir8a-test");
         std::filesystem::create_directories(root / "run");
         db::CreateDatabase(root / "payroll.db", false);
         db::ConnectionRegistry::Register("kovadb", {"sqlite", (root / "payroll.db").string(), false});

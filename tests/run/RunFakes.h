@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "apps/run/RunController.h"
+#include "tests/support/ScratchFolder.h"
 
 namespace iras::testing {
 
@@ -28,14 +29,7 @@ inline std::string ReadFile(const fs::path& path) {
     return text.str();
 }
 
-inline fs::path UniqueFolder(const std::string& stem) {
-    static int counter = 0;
-    const fs::path folder =
-        fs::temp_directory_path() / (stem + "-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-    fs::remove_all(folder);
-    fs::create_directories(folder);
-    return folder;
-}
+inline fs::path UniqueFolder(const std::string& stem) { return UniqueTempFolder(stem); }
 
 // What a fake return answers when driven.
 struct JobScript {

@@ -1,7 +1,6 @@
 // What the tests of every return share: reading back a return file and its
 // records, laying out an expected record from its 1-based positions, a
-// submission engine that records its calls and answers as scripted, a scratch
-// folder per test, and a check that a layout table covers its record exactly.
+// submission engine that records its calls and answers as scripted, and a check that a layout table covers its record exactly.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -20,6 +19,7 @@
 
 #include "platform/host/BYESubmissionEngine.h"
 #include "submission/common/RecordLayout.h"
+#include "tests/support/ScratchFolder.h"
 
 namespace iras::testing {
 
@@ -65,28 +65,6 @@ inline void ExpectFieldsTile(std::vector<RecordField> fields, int first, int las
     }
     EXPECT_EQ(next - 1, last) << "the fields end at " << next - 1;
 }
-
-// A fresh, empty folder under the system's temporary folder, removed by its destructor.
-class ScratchFolder {
-public:
-    explicit ScratchFolder(const std::string& stem) {
-        static std::atomic<int> counter{0};
-        path_ = std::filesystem::temp_directory_path() /
-                (stem + "-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-        std::filesystem::remove_all(path_);
-        std::filesystem::create_directories(path_);
-    }
-    ~ScratchFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    const std::filesystem::path& Path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
 
 // Records every call in order ("SubmitRecords(true, false)") and answers as scripted.
 struct RecordingEngine : BYESubmissionEngine {
