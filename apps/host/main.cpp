@@ -1,0 +1,21 @@
+// iras-host: a Qt application playing the payroll host for the module.
+#include <QApplication>
+#include <iostream>
+
+#include "apps/host/ReferenceHost.h"
+
+int main(int argc, char* argv[]) {
+    const std::vector<std::string> args(argv + 1, argv + argc);
+    const iras::ParsedHostOptions parsed = iras::ParseHostOptions(args);
+    if (!parsed.options) {
+        std::cerr << "iras-host: " << parsed.error << "\nRun \"iras-host --help\" for the options.\n";
+        return iras::kHostUsage;
+    }
+    if (parsed.options->help) {
+        std::cout << iras::HostHelpText();
+        return iras::kHostSuccess;
+    }
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("iras-host"));
+    return iras::RunReferenceHost(*parsed.options, std::cout, std::cerr);
+}

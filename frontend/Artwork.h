@@ -1,0 +1,15 @@
+// The module's own pictures: the window icon (what the host's default icon is
+// to the payroll's windows) and the banner across the top of the session
+// form, both drawn for this project and built into the module.
+#pragma once
+
+#include <QIcon>
+#include <QPixmap>
+
+namespace iras {
+
+QIcon DefaultIcon();
+// The banner with the given title written on it.
+QPixmap BannerPixmap(const QString& title);
+
+}  // namespace iras
