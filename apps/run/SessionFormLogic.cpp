@@ -37,7 +37,7 @@ void SessionFormLogic::Open() {
     state_.previewCaption = "&Generate";
     state_.trialCaption = "Trial";
 
-    if (!Guarded([this] { state_.employers = data_.Employers(); })) state_.employers.clear();
+    const bool readable = Guarded([this] { state_.employers = data_.Employers(); });
 
     for (FileType type : kReturnTypes) state_.fileTypes.push_back(FileTypeText(type));
     state_.fileTypes.push_back(FileTypeText(FileType::All));
@@ -52,7 +52,8 @@ void SessionFormLogic::Open() {
     }
     FileTypeChanged(direct ? FileType::CurrentIR8A : FileType::All);
     GenerationTypeChanged(true);
-    if (!Guarded([this] { state_.userIdTypes = data_.UserIdTypes(); })) state_.userIdTypes.clear();
+    // A database that failed on the employers has said so once already.
+    if (readable && !Guarded([this] { state_.userIdTypes = data_.UserIdTypes(); })) state_.userIdTypes.clear();
 }
 
 void SessionFormLogic::FileTypeChanged(FileType type) {
@@ -98,19 +99,18 @@ void SessionFormLogic::EmployerChanged(const std::string& employerId) {
     state_.employerId = employerId;
     state_.years.clear();
     state_.basisYear.clear();
-    if (!employerId.empty()) {
-        Guarded([this] { state_.years = data_.Years(state_.employerId, state_.fileType); });
-    }
+    state_.lastType.clear();
+    state_.lastUserId.clear();
+    state_.lastDate.clear();
+    if (employerId.empty()) return;
+    // One message for one change: a database that failed once is not asked again.
+    if (!Guarded([this] { state_.years = data_.Years(state_.employerId, state_.fileType); })) return;
     // The latest year is the one a clerk works on.
     if (!state_.years.empty()) state_.basisYear = std::to_string(state_.years.back().year);
     ReadLastGeneration();
 }
 
 void SessionFormLogic::ReadLastGeneration() {
-    state_.lastType.clear();
-    state_.lastUserId.clear();
-    state_.lastDate.clear();
-    if (state_.employerId.empty()) return;
     std::optional<LastGenerationRow> last;
     Guarded([this, &last] { last = data_.LastGeneration(state_.employerId, state_.fileType); });
     if (!last) return;
