@@ -254,14 +254,16 @@ void TIRASeSubmissionFrontend_Form::BuildGeneralPage(QWidget* page) {
     OriginalWarning_Label->setStyleSheet(QStringLiteral("color: #b00020; font-weight: bold;"));
     Message_Label = Named(new QLabel, "Message_Label");
     Trial_Button = Named(new QPushButton(QStringLiteral("Trial"), Message_Label), "Trial_Button");
-    const int gapStart = Message_Label->fontMetrics().horizontalAdvance(kTrialPrefix);
-    const int gapWidth = Message_Label->fontMetrics().horizontalAdvance(QString(16, QLatin1Char(' ')));
-    const int buttonWidth = std::max(gapWidth - 4, Trial_Button->fontMetrics().horizontalAdvance(QStringLiteral("Validate")) + 16);
+    // "click" is followed by sixteen blanks: one ends the word, fifteen hold the button.
+    const QFontMetrics metrics = Message_Label->fontMetrics();
+    const int gapStart = metrics.horizontalAdvance(kTrialPrefix);
+    const int gapWidth = metrics.horizontalAdvance(QString(15, QLatin1Char(' ')));
     const int buttonHeight = Trial_Button->sizeHint().height();
     Message_Label->setMinimumHeight(buttonHeight);
-    Trial_Button->setGeometry(gapStart + 2, 0, buttonWidth, buttonHeight);
-    Message_Label->setMinimumWidth(gapStart + buttonWidth + Message_Label->fontMetrics().horizontalAdvance(
-                                                                 QStringLiteral("to generate Trial File to submit to IRAS.")) + 8);
+    Trial_Button->setGeometry(gapStart, 0, gapWidth - 2, buttonHeight);
+    Message_Label->setMinimumWidth(
+        metrics.horizontalAdvance(QStringLiteral("If you are participating IRAS Trial Exercise, click                "
+                                                 "to generate Trial File to submit to IRAS.")) + 8);
     warning->addWidget(OriginalWarning_Label);
     warning->addWidget(Message_Label);
     layout->addWidget(OriginalWarning_Panel);
