@@ -66,7 +66,7 @@ std::string HostHelpText() {
            " beside iras-host, or in ../lib)\n"
            "\n"
            "Prints the path of the summary file of the last run, or an empty line when none.\n"
-           "Exit status: 0 done, 2 bad arguments, 4 database problem, 5 module not loaded.\n";
+           "Exit status: 0 done, 2 bad arguments, 3 no display, 4 database problem, 5 module not loaded.\n";
 }
 
 ParsedHostOptions ParseHostOptions(const std::vector<std::string>& args) {

@@ -41,6 +41,7 @@ std::string DefaultModulePath();
 enum HostExit : int {
     kHostSuccess = 0,
     kHostUsage = 2,
+    kHostNoDisplay = 3,  // no window system to show the form on
     kHostDatabase = 4,
     kHostModule = 5,  // the module could not be loaded or has no entry
 };

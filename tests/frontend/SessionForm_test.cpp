@@ -422,6 +422,24 @@ private slots:
         QVERIFY(form->findChildren<TForm_CRProgressBar*>().isEmpty());  // gone after the run
     }
 
+    void theProgressWindowStartsAsDesignedAndStepsByItsStep() {
+        TForm_CRProgressBar progress;
+        QCOMPARE(progress.windowTitle(), QStringLiteral("Form_CRProgressBar"));
+        QCOMPARE(progress.Label()->text(), QStringLiteral("Processing Report...."));
+        QCOMPARE(progress.Bar()->minimum(), 0);
+        QCOMPARE(progress.Bar()->maximum(), 100);
+        QVERIFY(!(progress.windowFlags() & Qt::WindowCloseButtonHint));  // no border icons
+        QVERIFY(!progress.windowIcon().isNull());
+        const std::int32_t position = 20;
+        progress.SetPosition(position);
+        progress.SetStep(30);
+        progress.Step();
+        QCOMPARE(progress.Bar()->value(), 50);
+        progress.Step();
+        progress.Step();
+        QCOMPARE(progress.Bar()->value(), 100);  // never beyond the end
+    }
+
     void aLostDatabaseIsShownAndTheFormStaysUsable() {
         auto form = Form("");
         db::ConnectionRegistry::Unregister("kovadb");
