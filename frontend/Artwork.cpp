@@ -14,6 +14,8 @@ QIcon DefaultIcon() {
     return QIcon(QStringLiteral(":/iras/icon.png"));
 }
 
+void _LoadDefaultIcon(QWidget& window) { window.setWindowIcon(DefaultIcon()); }
+
 QPixmap BannerPixmap(const QString& title) {
     InitArtwork();
     QPixmap banner(QStringLiteral(":/iras/banner.png"));

@@ -5,10 +5,13 @@
 
 #include <QIcon>
 #include <QPixmap>
+#include <QWidget>
 
 namespace iras {
 
 QIcon DefaultIcon();
+// The host's _LoadDefaultIcon for the module's windows: gives a window the icon.
+void _LoadDefaultIcon(QWidget& window);
 // The banner with the given title written on it.
 QPixmap BannerPixmap(const QString& title);
 

@@ -19,7 +19,7 @@ TForm_CRProgressBar::TForm_CRProgressBar(QWidget* owner)
       bar_(new QProgressBar(this)) {
     setObjectName(QStringLiteral("Form_CRProgressBar"));
     setWindowTitle(QStringLiteral("Form_CRProgressBar"));
-    setWindowIcon(DefaultIcon());
+    _LoadDefaultIcon(*this);
     label_->setObjectName(QStringLiteral("Label"));
     bar_->setObjectName(QStringLiteral("Bar"));
     bar_->setRange(0, 100);

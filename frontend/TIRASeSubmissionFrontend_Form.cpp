@@ -89,7 +89,7 @@ TIRASeSubmissionFrontend_Form::TIRASeSubmissionFrontend_Form(QWidget* owner, con
                                                              SessionFormServices services)
     : QDialog(owner), session_(session), services_(std::move(services)) {
     setObjectName(QStringLiteral("IRASeSubmissionFrontend_Form"));
-    setWindowIcon(DefaultIcon());
+    _LoadDefaultIcon(*this);
     if (services_.dialogs != nullptr) {
         dialogs_ = services_.dialogs;
     } else {
