@@ -69,6 +69,8 @@ public:
     void SetInternalMemo(LogSink*) override {}
     void SetEmployeeErrorLog(StringList*) override {}
     void SetSaveDialog(SaveFilePrompt*) override {}
+    void SetBasisYear(int) override {}
+    std::string SummaryFileName() const override { return "IRASSummaryFile"; }
     int ValidateFile() override {
         log_->Append("scripted validation");
         return 1;
