@@ -58,6 +58,17 @@ constexpr std::array<SectionBColumn, 10> kSectionB{{
     {"EEDate", d::kEEDate, nullptr},
 }};
 
+struct VoluntaryColumn {
+    const char* column;
+    RecordField field;
+    const char* caption;
+};
+
+constexpr std::array<VoluntaryColumn, 2> kVoluntary{{
+    {"ERVolCPF", d::kERVolCPF, "Employer's voluntary CPF"},
+    {"EEVolCPF", d::kEEVolCPF, "Employee's voluntary CPF"},
+}};
+
 std::string TwoPlaces(double value) {
     char text[64];
     std::snprintf(text, sizeof text, "%.2f", value);
@@ -103,10 +114,10 @@ StringList RIR8SeSubmission::RecordLimitFindings() {
             SectionAQuery.Next();
         }
     }
-    for (const auto& [column, field] : {std::pair{"ERVolCPF", d::kERVolCPF}, std::pair{"EEVolCPF", d::kEEVolCPF}}) {
-        const double value = Amount(column);
-        if (VoluntaryWritten(value, Params.original) && !DollarsField(value, field.width)) {
-            findings.push_back(TooLarge(std::string("Voluntary CPF ") + column, value, field.width));
+    for (const VoluntaryColumn& voluntary : kVoluntary) {
+        const double value = Amount(voluntary.column);
+        if (VoluntaryWritten(value, Params.original) && !DollarsField(value, voluntary.field.width)) {
+            findings.push_back(TooLarge(voluntary.caption, value, voluntary.field.width));
         }
     }
     int occurrence = 1;
@@ -175,8 +186,9 @@ void RIR8SeSubmission::PrepareIR8SDetails() {
     const Date prGranted = DateOf("DateOfPRGranted");
     Put(out, d::kRecentSPR, _IsDateNull(prGranted) ? "" : (prGranted >= Date{BasisYear - 2, 1, 1} ? "Y" : " "));
     Put(out, d::kFullCPFApproval, Text("ApprovalForFullCPF"));
-    for (const auto& [column, field] : {std::pair{"ERVolCPF", d::kERVolCPF}, std::pair{"EEVolCPF", d::kEEVolCPF}}) {
-        const double value = Amount(column);
+    for (const VoluntaryColumn& voluntary : kVoluntary) {
+        const double value = Amount(voluntary.column);
+        const RecordField& field = voluntary.field;
         Put(out, field, VoluntaryWritten(value, Params.original) ? *DollarsField(value, field.width) : "0");
     }
 

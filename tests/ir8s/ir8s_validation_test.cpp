@@ -83,7 +83,7 @@ const std::map<int, EmployeeCase>& Cases() {
               {"No Section A - Details of monthly wages and contributions. The IR8S record needs the wages of the "
                "months and their total."}}},
         {27, {"", "ERVolCPF = 10000000", 13, {},
-              {"Amount too large for the IR8S record. Voluntary CPF ERVolCPF of 10000000.00 does not fit in its "
+              {"Amount too large for the IR8S record. Employer's voluntary CPF of 10000000.00 does not fit in its "
                "7-character field."}}},
     };
     return cases;
