@@ -68,5 +68,27 @@ TEST_F(IR8SSample, OriginalThenAnAmendmentOfTwoEmployees) {
     EXPECT_EQ(Span(amended["S6912345G"], 805, 811), "10}    ");
 }
 
+// The direct submission: a check of the file by the engine, then the actual
+// submission, which leaves the IR8S summary in the run folder.
+TEST_F(IR8SSample, DirectSubmissionChecksThenSubmitsAndKeepsTheSummary) {
+    params.directSubmission = true;
+    params.submitUserIdType = "PERSONAL";
+    params.submitUserId = "S1234567D";
+    params.actualRun = false;
+    auto check = MakeJob(true, 2024);
+    EXPECT_NE(check->ValidateIR8SFile(), 0);
+    EXPECT_NE(check->ProcessIR8SeSubmission(), 0);
+    EXPECT_FALSE(check->GetHasErrors());
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "run" / "IR8SSummaryFile.txt"));
+
+    params.actualRun = true;
+    auto submit = MakeJob(true, 2024);
+    EXPECT_NE(submit->ValidateIR8SFile(), 0);
+    EXPECT_NE(submit->ProcessIR8SeSubmission(), 0);
+    EXPECT_FALSE(submit->GetHasErrors());
+    const std::string summary = ReadBytes(folder.Path() / "run" / "IR8SSummaryFile.txt");
+    EXPECT_NE(summary.find("No of Records:     10\n"), std::string::npos) << summary;
+}
+
 }  // namespace
 }  // namespace iras::testing
