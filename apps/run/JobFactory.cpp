@@ -6,6 +6,7 @@
 #include <array>
 #include <functional>
 
+#include "submission/a8a/RA8AeSubmission.h"
 #include "submission/ir8a/RIR8AeSubmission.h"
 
 namespace iras {
@@ -27,7 +28,10 @@ const std::array<JobMaker, 5>& Makers() {
         [](const JobSetup& setup) { return MakeIR8A(setup, "SupIR8A"); },
         JobMaker{},  // IR8S: SetGreaterThan100K(false), SetExcessCPF, SetOverseasCPF,
                      // SetIR8SIndicator(false), SetPercentOrdWage from setup.ir8s
-        JobMaker{},  // Appendix 8A
+        [](const JobSetup& setup) -> std::unique_ptr<RSubmissionJob> {
+            return std::make_unique<RA8AeSubmission>(setup.session, setup.params, setup.runFolder,
+                                                     setup.copyFolder);
+        },
         JobMaker{},  // Appendix 8B
     };
     return makers;
