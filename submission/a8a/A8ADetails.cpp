@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <optional>
 
-#include "platform/common/CommonLibrary.h"
 #include "submission/a8a/A8ALayout.h"
 #include "submission/a8a/RA8AeSubmission.h"
 #include "submission/common/AmountFields.h"
@@ -16,7 +15,7 @@ namespace iras {
 
 namespace {
 
-namespace d = a8a::detail;
+constexpr const a8a::DetailFields& d = a8a::kDetail;
 
 struct MoneyField {
     const char* column;
@@ -27,30 +26,30 @@ struct MoneyField {
 
 // Every money field of the record, in record order.
 constexpr std::array<MoneyField, 24> kMoneyFields{{
-    {"AnnualValue", d::kAnnualValue, true, "Annual value of the premises"},
-    {"FurnitureFittingsValue", d::kFurnitureFittings, true, "Value of furniture and fittings"},
-    {"RentPaidToLandlord", d::kRentToLandlord, true, "Rent paid to the landlord"},
-    {"ResidenceValue", d::kResidenceValue, true, "Residence value"},
-    {"RentPaidByEmployee", d::kRentByEmployee, true, "Rent paid by the employee"},
-    {"TotalTaxableResidenceValue", d::kTaxableResidence, true, "Total taxable residence value"},
-    {"UtilityTelPagerValue", d::kUtilities, true, "Utilities, telephone, pager"},
-    {"Driver", d::kDriver, true, "Driver"},
-    {"ServantGardener", d::kServant, true, "Servant, gardener"},
-    {"TotalValueofUtilities", d::kTotalUtilities, true, "Total value of utilities"},
-    {"HotelAccommodation", d::kHotel, true, "Hotel accommodation"},
-    {"HotelAmtPaidByEmployee", d::kHotelByEmployee, true, "Hotel amount paid by the employee"},
-    {"TotalHotelAccommodation", d::kTotalHotel, true, "Total hotel accommodation"},
-    {"IncidentalBenefits", d::kIncidental, false, "Incidental benefits"},
-    {"InterestLoan", d::kInterestLoan, false, "Interest on loans"},
-    {"LifeInsurance", d::kLifeInsurance, false, "Life insurance"},
-    {"Holidays", d::kHolidays, false, "Holidays"},
-    {"Education", d::kEducation, false, "Education"},
-    {"LongService", d::kLongService, false, "Long service awards"},
-    {"Clubs", d::kClubs, false, "Clubs"},
-    {"Assets", d::kAssets, false, "Assets"},
-    {"MotorVehicle", d::kMotorVehicle, false, "Motor vehicle"},
-    {"CarBenefit", d::kCarBenefit, false, "Car benefit"},
-    {"TotalBenefitInKind", d::kTotalBenefits, false, "Total benefits in kind"},
+    {"AnnualValue", d.annualValue, true, "Annual value of the premises"},
+    {"FurnitureFittingsValue", d.furnitureFittings, true, "Value of furniture and fittings"},
+    {"RentPaidToLandlord", d.rentToLandlord, true, "Rent paid to the landlord"},
+    {"ResidenceValue", d.residenceValue, true, "Residence value"},
+    {"RentPaidByEmployee", d.rentByEmployee, true, "Rent paid by the employee"},
+    {"TotalTaxableResidenceValue", d.taxableResidence, true, "Total taxable residence value"},
+    {"UtilityTelPagerValue", d.utilities, true, "Utilities, telephone, pager"},
+    {"Driver", d.driver, true, "Driver"},
+    {"ServantGardener", d.servant, true, "Servant, gardener"},
+    {"TotalValueofUtilities", d.totalUtilities, true, "Total value of utilities"},
+    {"HotelAccommodation", d.hotel, true, "Hotel accommodation"},
+    {"HotelAmtPaidByEmployee", d.hotelByEmployee, true, "Hotel amount paid by the employee"},
+    {"TotalHotelAccommodation", d.totalHotel, true, "Total hotel accommodation"},
+    {"IncidentalBenefits", d.incidental, false, "Incidental benefits"},
+    {"InterestLoan", d.interestLoan, false, "Interest on loans"},
+    {"LifeInsurance", d.lifeInsurance, false, "Life insurance"},
+    {"Holidays", d.holidays, false, "Holidays"},
+    {"Education", d.education, false, "Education"},
+    {"LongService", d.longService, false, "Long service awards"},
+    {"Clubs", d.clubs, false, "Clubs"},
+    {"Assets", d.assets, false, "Assets"},
+    {"MotorVehicle", d.motorVehicle, false, "Motor vehicle"},
+    {"CarBenefit", d.carBenefit, false, "Car benefit"},
+    {"TotalBenefitInKind", d.totalBenefits, false, "Total benefits in kind"},
 }};
 
 // Whether a count fits its zero-filled field as the line builder writes it
@@ -93,8 +92,8 @@ int RA8AeSubmission::RecordLimitValidation() {
         const char* column;
         RecordField field;
         const char* caption;
-    } counts[] = {{"OccupationDays", d::kOccupationDays, "No. of Days"},
-                  {"NoOfEESharingQtr", d::kSharing, "No. of Employees Sharing the Quarter"}};
+    } counts[] = {{"OccupationDays", d.occupationDays, "No. of Days"},
+                  {"NoOfEESharingQtr", d.sharing, "No. of Employees Sharing the Quarter"}};
     for (const auto& count : counts) {
         const std::int64_t value = Integer(count.column);
         if (CountFits(value, count.field.width)) continue;
@@ -126,7 +125,7 @@ void RA8AeSubmission::PrepareA8ADetails() {
     }
     const std::int64_t days = Integer("OccupationDays");
     const std::int64_t sharing = Integer("NoOfEESharingQtr");
-    if (!CountFits(days, d::kOccupationDays.width) || !CountFits(sharing, d::kSharing.width)) {
+    if (!CountFits(days, d.occupationDays.width) || !CountFits(sharing, d.sharing.width)) {
         WriteAllMemo("Employee " + EmployeeTaxNo() +
                      " is not successfully processed: a count is too large for the A8A record.");
         RecordFault = true;
@@ -135,37 +134,31 @@ void RA8AeSubmission::PrepareA8ADetails() {
 
     BStringOutput& out = *Output;
     out.SetNew();
-    Put(out, d::kRecordType, "1");
-    // An id type that locates no keyword (possible in an unchecked
-    // Amendment) is left blank rather than borrowing another row's code.
-    if (YEKeywordRecLocate(Text("PayeeIDType"))) {
-        Put(out, d::kIdType, _CStrToInt(KeywordProperty("YEProperty3")));
-    } else {
-        Put(out, d::kIdType, "");
-    }
-    Put(out, d::kIdNo, Text("TaxNo"));
-    Put(out, d::kName1, Text("EEName1"));
-    Put(out, d::kName2, Text("EEName2"));
-    Put(out, d::kAddress1, Text("ResidenceAddress1"));
-    Put(out, d::kAddress2, Text("ResidenceAddress2"));
-    Put(out, d::kAddress3, Text("ResidenceAddress3"));
-    PutDateOrBlank(out, d::kOccupationFrom, DateOf("OccupationFrom"));
-    PutDateOrBlank(out, d::kOccupationTo, DateOf("OccupationTo"));
+    Put(out, d.recordType, "1");
+    Put(out, d.idType, PayeeIdTypeCode());
+    Put(out, d.idNo, Text("TaxNo"));
+    Put(out, d.name1, Text("EEName1"));
+    Put(out, d.name2, Text("EEName2"));
+    Put(out, d.address1, Text("ResidenceAddress1"));
+    Put(out, d.address2, Text("ResidenceAddress2"));
+    Put(out, d.address3, Text("ResidenceAddress3"));
+    PutDateOrBlank(out, d.occupationFrom, DateOf("OccupationFrom"));
+    PutDateOrBlank(out, d.occupationTo, DateOf("OccupationTo"));
     if (days == 0) {
-        Put(out, d::kOccupationDays, "0");
+        Put(out, d.occupationDays, "0");
     } else {
-        Put(out, d::kOccupationDays, days);
+        Put(out, d.occupationDays, days);
     }
-    Put(out, d::kSharing, sharing);
+    Put(out, d.sharing, sharing);
     for (std::size_t i = 0; i < kMoneyFields.size(); ++i) Put(out, kMoneyFields[i].field, money[i]);
-    Put(out, d::kFurnished, FurnishedCode(Text(Sec2and3Query, "FurnishedStatus")));
-    Put(out, d::kReserved333, "");
-    Put(out, d::kReserved335, "");
-    Put(out, d::kReserved337, "");
-    Put(out, d::kReserved339, " ");
-    Put(out, d::kReserved421, "");
-    Put(out, d::kFiller439, "");
-    Put(out, d::kFiller651, "");
+    Put(out, d.furnished, FurnishedCode(Text(Sec2and3Query, "FurnishedStatus")));
+    Put(out, d.reserved333, "");
+    Put(out, d.reserved335, "");
+    Put(out, d.reserved337, "");
+    Put(out, d.reserved339, " ");
+    Put(out, d.reserved421, "");
+    Put(out, d.filler439, "");
+    Put(out, d.filler651, "");
     out.SetEnd(1);
     out.ListOutput(OutputLines);
     ++RecordsSucceeded;

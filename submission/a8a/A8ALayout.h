@@ -33,62 +33,71 @@ inline constexpr EmployerHeaderFields kHeader{
     .filler = {269, 532, FieldKind::Text},
 };
 
-namespace detail {
-// The employee.
-inline constexpr RecordField kRecordType{1, 1, FieldKind::Text};
-inline constexpr RecordField kIdType{2, 1, FieldKind::Text};
-inline constexpr RecordField kIdNo{3, 12, FieldKind::Text};
-inline constexpr RecordField kName1{15, 40, FieldKind::Text};
-inline constexpr RecordField kName2{55, 40, FieldKind::Text};
+// The detail record, one row per field in record order.
+struct DetailFields {
+    RecordField recordType, idType, idNo, name1, name2, address1, address2, address3, occupationFrom,
+        occupationTo, occupationDays, sharing, annualValue, furnished, furnitureFittings, rentToLandlord,
+        residenceValue, rentByEmployee, taxableResidence, utilities, driver, servant, totalUtilities, hotel,
+        hotelByEmployee, totalHotel, incidental, reserved333, reserved335, reserved337, reserved339,
+        interestLoan, lifeInsurance, holidays, education, longService, clubs, assets, motorVehicle,
+        carBenefit, reserved421, totalBenefits, filler439, filler651;
+};
 
-// Section 1: the place of residence and its period of occupation.
-inline constexpr RecordField kAddress1{95, 30, FieldKind::Text};
-inline constexpr RecordField kAddress2{125, 30, FieldKind::Text};
-inline constexpr RecordField kAddress3{155, 30, FieldKind::Text};
-inline constexpr RecordField kOccupationFrom{185, 8, FieldKind::Date};
-inline constexpr RecordField kOccupationTo{193, 8, FieldKind::Date};
-inline constexpr RecordField kOccupationDays{201, 3, FieldKind::Integer};
-inline constexpr RecordField kSharing{204, 2, FieldKind::Integer};
+inline constexpr DetailFields kDetail{
+    // The employee.
+    .recordType = {1, 1, FieldKind::Text},
+    .idType = {2, 1, FieldKind::Text},
+    .idNo = {3, 12, FieldKind::Text},
+    .name1 = {15, 40, FieldKind::Text},
+    .name2 = {55, 40, FieldKind::Text},
 
-// Section 2: accommodation and furniture.
-inline constexpr RecordField kAnnualValue{206, 9, FieldKind::Amount};
-inline constexpr RecordField kFurnished{215, 1, FieldKind::Text};
-inline constexpr RecordField kFurnitureFittings{216, 9, FieldKind::Amount};
-inline constexpr RecordField kRentToLandlord{225, 9, FieldKind::Amount};
-inline constexpr RecordField kResidenceValue{234, 9, FieldKind::Amount};
-inline constexpr RecordField kRentByEmployee{243, 9, FieldKind::Amount};
-inline constexpr RecordField kTaxableResidence{252, 9, FieldKind::Amount};
+    // Section 1: the place of residence and its period of occupation.
+    .address1 = {95, 30, FieldKind::Text},
+    .address2 = {125, 30, FieldKind::Text},
+    .address3 = {155, 30, FieldKind::Text},
+    .occupationFrom = {185, 8, FieldKind::Date},
+    .occupationTo = {193, 8, FieldKind::Date},
+    .occupationDays = {201, 3, FieldKind::Integer},
+    .sharing = {204, 2, FieldKind::Integer},
 
-// Section 3: utilities, staff and hotel stays.
-inline constexpr RecordField kUtilities{261, 9, FieldKind::Amount};
-inline constexpr RecordField kDriver{270, 9, FieldKind::Amount};
-inline constexpr RecordField kServant{279, 9, FieldKind::Amount};
-inline constexpr RecordField kTotalUtilities{288, 9, FieldKind::Amount};
-inline constexpr RecordField kHotel{297, 9, FieldKind::Amount};
-inline constexpr RecordField kHotelByEmployee{306, 9, FieldKind::Amount};
-inline constexpr RecordField kTotalHotel{315, 9, FieldKind::Amount};
+    // Section 2: accommodation and furniture.
+    .annualValue = {206, 9, FieldKind::Amount},
+    .furnished = {215, 1, FieldKind::Text},
+    .furnitureFittings = {216, 9, FieldKind::Amount},
+    .rentToLandlord = {225, 9, FieldKind::Amount},
+    .residenceValue = {234, 9, FieldKind::Amount},
+    .rentByEmployee = {243, 9, FieldKind::Amount},
+    .taxableResidence = {252, 9, FieldKind::Amount},
 
-// Section 4: other benefits. The three reserved counts are zeros.
-inline constexpr RecordField kIncidental{324, 9, FieldKind::Amount};
-inline constexpr RecordField kReserved333{333, 2, FieldKind::Integer};
-inline constexpr RecordField kReserved335{335, 2, FieldKind::Integer};
-inline constexpr RecordField kReserved337{337, 2, FieldKind::Integer};
-inline constexpr RecordField kReserved339{339, 1, FieldKind::Text};
-inline constexpr RecordField kInterestLoan{340, 9, FieldKind::Amount};
-inline constexpr RecordField kLifeInsurance{349, 9, FieldKind::Amount};
-inline constexpr RecordField kHolidays{358, 9, FieldKind::Amount};
-inline constexpr RecordField kEducation{367, 9, FieldKind::Amount};
-inline constexpr RecordField kLongService{376, 9, FieldKind::Amount};
+    // Section 3: utilities, staff and hotel stays.
+    .utilities = {261, 9, FieldKind::Amount},
+    .driver = {270, 9, FieldKind::Amount},
+    .servant = {279, 9, FieldKind::Amount},
+    .totalUtilities = {288, 9, FieldKind::Amount},
+    .hotel = {297, 9, FieldKind::Amount},
+    .hotelByEmployee = {306, 9, FieldKind::Amount},
+    .totalHotel = {315, 9, FieldKind::Amount},
 
-// Section 4 continued, the total of every benefit, and the filler.
-inline constexpr RecordField kClubs{385, 9, FieldKind::Amount};
-inline constexpr RecordField kAssets{394, 9, FieldKind::Amount};
-inline constexpr RecordField kMotorVehicle{403, 9, FieldKind::Amount};
-inline constexpr RecordField kCarBenefit{412, 9, FieldKind::Amount};
-inline constexpr RecordField kReserved421{421, 9, FieldKind::Text};
-inline constexpr RecordField kTotalBenefits{430, 9, FieldKind::Amount};
-inline constexpr RecordField kFiller439{439, 212, FieldKind::Text};
-inline constexpr RecordField kFiller651{651, 50, FieldKind::Text};
-}  // namespace detail
+    // Section 4: other benefits (the three reserved counts are zeros), the
+    // total of every benefit, and the filler.
+    .incidental = {324, 9, FieldKind::Amount},
+    .reserved333 = {333, 2, FieldKind::Integer},
+    .reserved335 = {335, 2, FieldKind::Integer},
+    .reserved337 = {337, 2, FieldKind::Integer},
+    .reserved339 = {339, 1, FieldKind::Text},
+    .interestLoan = {340, 9, FieldKind::Amount},
+    .lifeInsurance = {349, 9, FieldKind::Amount},
+    .holidays = {358, 9, FieldKind::Amount},
+    .education = {367, 9, FieldKind::Amount},
+    .longService = {376, 9, FieldKind::Amount},
+    .clubs = {385, 9, FieldKind::Amount},
+    .assets = {394, 9, FieldKind::Amount},
+    .motorVehicle = {403, 9, FieldKind::Amount},
+    .carBenefit = {412, 9, FieldKind::Amount},
+    .reserved421 = {421, 9, FieldKind::Text},
+    .totalBenefits = {430, 9, FieldKind::Amount},
+    .filler439 = {439, 212, FieldKind::Text},
+    .filler651 = {651, 50, FieldKind::Text},
+};
 
 }  // namespace iras::a8a

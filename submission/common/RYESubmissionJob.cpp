@@ -128,6 +128,11 @@ std::string RYESubmissionJob::EmployerText(const char* column) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::string RYESubmissionJob::PayeeIdTypeCode() {
+    if (!YEKeywordRecLocate(Text("PayeeIDType"))) return "";
+    return std::to_string(_CStrToInt(KeywordProperty("YEProperty3")));
+}
+
 std::string RYESubmissionJob::EmployeeTaxNo() { return Text("TaxNo"); }
 std::string RYESubmissionJob::EmployeeId() { return Text("EmployeeId"); }
 

@@ -189,6 +189,10 @@ protected:
     std::string Text(const char* column) { return Text(MainQuery, column); }
     double Amount(const char* column) { return Amount(MainQuery, column); }
     Date DateOf(const char* column) { return DateOf(MainQuery, column); }
+    // The IRAS code of the current employee's PayeeIDType (YEProperty3 of
+    // its keyword row, as a number); "" when the type has no keyword row
+    // (possible in an unchecked Amendment), rather than another row's code.
+    std::string PayeeIdTypeCode();
     // A column of the employer row, trimmed of blanks; "" without a row.
     std::string EmployerText(const char* column);
     // Text of a column of the located KeywordQuery row, trimmed.

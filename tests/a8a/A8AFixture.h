@@ -7,16 +7,12 @@
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <atomic>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "platform/database/Query.h"
-#include "platform/database/Schema.h"
 #include "platform/host/HostFunctions.h"
 #include "submission/a8a/A8ALayout.h"
 #include "submission/a8a/RA8AeSubmission.h"
@@ -38,13 +34,9 @@ class A8ATest : public ::testing::Test {
 protected:
     void SetUp() override {
         SetClockForTesting(&A8AClock);
-        static std::atomic<int> counter{0};
-        root = std::filesystem::temp_directory_path() /
-               ("a8a-test-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-        std::filesystem::remove_all(root);
+        root = folder.Path();
         std::filesystem::create_directories(root / "run");
-        db::CreateDatabase(root / "payroll.db", false);
-        db::ConnectionRegistry::Register("kovadb", {"sqlite", (root / "payroll.db").string(), false});
+        OpenPayroll(root / "payroll.db", false);
         Sql("INSERT INTO YEEmployer (YEEmployerId, ERName1, ERName2, EmployerSource, PayerID, TaxRefNo,"
             " AuthorisedName, Designation, TelephoneNo, EmailAddress, DivisionBranch) VALUES"
             " ('ACME', 'O''Brien;Trading^', 'Pte. Ltd.', 'PrivateSector', 'UEN', '201912345K', 'Tan Ah Kow',"
@@ -60,8 +52,6 @@ protected:
     void TearDown() override {
         SetClockForTesting(nullptr);
         db::ConnectionRegistry::Unregister("kovadb");
-        std::error_code ignored;
-        std::filesystem::remove_all(root, ignored);
     }
 
     static void Sql(const std::string& text) { db::ExecScript("kovadb", text); }
@@ -111,6 +101,7 @@ protected:
         return std::find(lines.begin(), lines.end(), line) != lines.end();
     }
 
+    ScratchFolder folder{"a8a-test"};
     std::filesystem::path root;
     BQueryViewTable session{SessionSettings{"PAYADMIN", "192.168.1.20", 2023}};
     std::shared_ptr<RecordingEngine::Script> script = std::make_shared<RecordingEngine::Script>();

@@ -15,17 +15,17 @@ TEST(A8ALayout, HeaderFieldsTileItsEightHundredPositions) {
 }
 
 TEST(A8ALayout, DetailFieldsTileItsSevenHundredPositions) {
-    namespace d = a8a::detail;
+    const a8a::DetailFields& d = a8a::kDetail;
     ExpectFieldsTile(
-        {d::kRecordType,   d::kIdType,         d::kIdNo,           d::kName1,          d::kName2,
-         d::kAddress1,     d::kAddress2,       d::kAddress3,       d::kOccupationFrom, d::kOccupationTo,
-         d::kOccupationDays, d::kSharing,      d::kAnnualValue,    d::kFurnished,      d::kFurnitureFittings,
-         d::kRentToLandlord, d::kResidenceValue, d::kRentByEmployee, d::kTaxableResidence, d::kUtilities,
-         d::kDriver,       d::kServant,        d::kTotalUtilities, d::kHotel,          d::kHotelByEmployee,
-         d::kTotalHotel,   d::kIncidental,     d::kReserved333,    d::kReserved335,    d::kReserved337,
-         d::kReserved339,  d::kInterestLoan,   d::kLifeInsurance,  d::kHolidays,       d::kEducation,
-         d::kLongService,  d::kClubs,          d::kAssets,         d::kMotorVehicle,   d::kCarBenefit,
-         d::kReserved421,  d::kTotalBenefits,  d::kFiller439,      d::kFiller651},
+        {d.recordType,   d.idType,         d.idNo,           d.name1,          d.name2,
+         d.address1,     d.address2,       d.address3,       d.occupationFrom, d.occupationTo,
+         d.occupationDays, d.sharing,      d.annualValue,    d.furnished,      d.furnitureFittings,
+         d.rentToLandlord, d.residenceValue, d.rentByEmployee, d.taxableResidence, d.utilities,
+         d.driver,       d.servant,        d.totalUtilities, d.hotel,          d.hotelByEmployee,
+         d.totalHotel,   d.incidental,     d.reserved333,    d.reserved335,    d.reserved337,
+         d.reserved339,  d.interestLoan,   d.lifeInsurance,  d.holidays,       d.education,
+         d.longService,  d.clubs,          d.assets,         d.motorVehicle,   d.carBenefit,
+         d.reserved421,  d.totalBenefits,  d.filler439,      d.filler651},
         1, a8a::kRecordWidth);
 }
 

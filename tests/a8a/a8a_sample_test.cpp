@@ -24,8 +24,7 @@ protected:
     void SetUp() override {
         A8ATest::SetUp();
         db::ConnectionRegistry::Unregister("kovadb");
-        db::CreateDatabase(root / "sample.db", true);
-        db::ConnectionRegistry::Register("kovadb", {"sqlite", (root / "sample.db").string(), false});
+        OpenPayroll(root / "sample.db", true);
         session.SetEngineFactory(nullptr);  // the reference engine
         params.employerId = "IR8AYA2025";
         params.year = 2024;

@@ -18,6 +18,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/database/Query.h"
+#include "platform/database/Schema.h"
 #include "platform/host/BYESubmissionEngine.h"
 #include "submission/common/RecordLayout.h"
 
@@ -87,6 +89,14 @@ public:
 private:
     std::filesystem::path path_;
 };
+
+// Makes a new payroll database at path (schema and keyword codes, and the
+// sample data when asked) and reaches it as "kovadb"; the caller
+// unregisters the alias when done.
+inline void OpenPayroll(const std::filesystem::path& path, bool withSampleData) {
+    db::CreateDatabase(path, withSampleData);
+    db::ConnectionRegistry::Register("kovadb", {"sqlite", path.string(), false});
+}
 
 // Records every call in order ("SubmitRecords(true, false)") and answers as scripted.
 struct RecordingEngine : BYESubmissionEngine {
