@@ -92,24 +92,6 @@ TEST_F(A8AValidation, EachRuleReportsItsOwnMessageAndEveryEmployeeIsChecked) {
     EXPECT_EQ(job->GetHeaderErrorCount(), 0);
 }
 
-TEST_F(A8AValidation, TheIdNumberGroupIsLoggedOnlyForAKnownIdType) {
-    AddEmployee(1, "S1", "A");
-    Sql("UPDATE YEEmployee SET PayeeIDType = 'XX';");
-    auto job = MakeJob();
-    job->ValidateA8AFile();
-    EXPECT_TRUE(Has(debug, "Validating Period of Occupation"));
-    EXPECT_FALSE(Has(debug, "Validating ID Nos"));
-}
-
-TEST_F(A8AValidation, AnAmendmentIsNotChecked) {
-    AddEmployee(1, "", "");
-    Sql("UPDATE A8A SET TotalBenefitInKind = 0, NoOfEESharingQtr = 0;");
-    params.original = false;
-    auto job = MakeJob();
-    EXPECT_NE(job->ValidateA8AFile(), 0);
-    EXPECT_TRUE(employeeErrors.empty());
-}
-
 struct HeaderCase {
     const char* set;  // SET clause of YEEmployer
     StringList messages;
