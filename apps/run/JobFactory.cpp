@@ -6,6 +6,7 @@
 #include <array>
 #include <functional>
 
+#include "submission/a8a/RA8AeSubmission.h"
 #include "submission/ir8a/RIR8AeSubmission.h"
 #include "submission/ir8s/RIR8SeSubmission.h"
 
@@ -40,7 +41,10 @@ const std::array<JobMaker, 5>& Makers() {
         [](const JobSetup& setup) { return MakeIR8A(setup, "CurIR8A"); },
         [](const JobSetup& setup) { return MakeIR8A(setup, "SupIR8A"); },
         MakeIR8S,
-        JobMaker{},  // Appendix 8A
+        [](const JobSetup& setup) -> std::unique_ptr<RSubmissionJob> {
+            return std::make_unique<RA8AeSubmission>(setup.session, setup.params, setup.runFolder,
+                                                     setup.copyFolder);
+        },
         JobMaker{},  // Appendix 8B
     };
     return makers;
