@@ -150,6 +150,9 @@ public:
     bool ProceedVisible() const { return proceedVisible_; }
     // The last run's validation refused the data (no file, nothing submitted).
     bool LastValidationRefused() const { return last_.validationRefused; }
+    // The last run made nothing because no employee was to be reported (not
+    // because a file could not be saved).
+    bool LastRunFoundNoRecords() const { return last_.noRecords; }
     const StringList& EmployeeErrorList() const { return employeeErrorList_; }
     const StringList& SummaryList() const { return summaryList_; }
     const IRASSubmissionParameters& SubmissionParameters() const { return parameters_; }
@@ -164,6 +167,7 @@ private:
         bool unavailable = false;
         bool validationRefused = false;
         bool produced = false;
+        bool noRecords = false;  // nothing made because no employee was to be reported
     };
 
     RunOutcome Guarded(const std::function<RunOutcome()>& flow);
@@ -175,6 +179,7 @@ private:
     RunOutcome ProceedFlow();
     RunOutcome ResetFlow();
     RunOutcome OutcomeOfRun(bool result) const;
+    RunOutcome NothingSubmitted();
 
     void MakeRunFolder();
     void RemoveRunFolderIfEmpty();

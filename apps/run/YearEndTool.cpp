@@ -297,6 +297,27 @@ std::string FolderProblem(const fs::path& folder) {
     return "";
 }
 
+// Why the user may not use a module: unknown (user names are matched in
+// their letter case) or without that right. Reading the rights is what the
+// right check does too; a table that cannot be read throws DatabaseError
+// here, so that a damaged database never passes for a refused right.
+std::string NoAccessReason(const std::string& user, const std::string& moduleId) {
+    db::Query query("kovadb");
+    query.SetSQL("SELECT DISTINCT UserId FROM UserModuleRights");
+    query.Open();
+    std::string sameLetters;
+    for (query.First(); !query.Eof(); query.Next()) {
+        const std::string known = query.FieldByName("UserId").AsString();
+        if (known == user) return "the user " + user + " does not hold the right \"" + moduleId + "\".";
+        if (SameLetters(known, user)) sameLetters = known;
+    }
+    if (!sameLetters.empty()) {
+        return "the user \"" + user + "\" is not known; user names are matched in their letter case (did you mean " +
+               sameLetters + "?).";
+    }
+    return "the user \"" + user + "\" is not known in this database.";
+}
+
 int RunCommand(const ToolOptions& options, Terminal& terminal) {
     if (!fs::exists(options.database)) {
         terminal.Err("Error: the database " + options.database +
@@ -320,7 +341,8 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     settings.yeYear = options.year + (options.type == FileType::SupplementaryIR8A ? 1 : 0);
     BQueryViewTable session(settings);
     if (!ModuleAccessible(session)) {
-        terminal.Err("Warning: " + kNoAccessMessage);  // as the form shows it
+        // As the form shows it, and why.
+        terminal.Err("Warning: " + kNoAccessMessage + ": " + NoAccessReason(options.user, kModuleRightId));
         return kExitNoAccess;
     }
     if (!employerKnown) {
@@ -392,7 +414,17 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     // The right to the return is the button's first check; asking it here
     // too keeps a refused user from making any folder.
     if (!reset && !controller.HasRightForFileType()) {
-        terminal.Err("Warning: " + kNoAccessMessage);
+        std::string missing;
+        const std::vector<FileType> types =
+            options.type == FileType::All ? std::vector<FileType>(kReturnTypes.begin(), kReturnTypes.end())
+                                          : std::vector<FileType>{options.type};
+        for (FileType type : types) {
+            if (_IsUserModuleAccessible(options.user, ReturnModuleId(type), 0, 0) == 0) {
+                missing += (missing.empty() ? "" : ", ") + std::string("\"") + ReturnModuleId(type) + "\"";
+            }
+        }
+        terminal.Err("Warning: " + kNoAccessMessage + ": the user " + options.user +
+                     " does not hold the right " + missing + " of " + FileTypeText(options.type) + ".");
         return kExitNoAccess;
     }
     if (!direct && !reset) {
@@ -447,8 +479,15 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
                               : "Error: the data failed validation, so no file was made. The run log says why; "
                                 "the employee error log lists the employees.");
     } else if (outcome == RunOutcome::NothingProduced) {
-        terminal.Err("No file was made: there were no records to process, or the file could not be "
-                     "saved. The run log says which.");
+        const bool submit = options.command == ToolCommand::Submit;
+        if (controller.LastRunFoundNoRecords()) {
+            terminal.Err(std::string(submit ? "Nothing was submitted" : "No file was made") +
+                         ": there are no records to process" +
+                         (options.amendment ? " (no employee has changed since the last submission)." : "."));
+        } else {
+            terminal.Err(std::string(submit ? "Nothing was submitted" : "No file was made") +
+                         ": the file could not be saved. The run log says why.");
+        }
     } else if (outcome == RunOutcome::MissingUserId) {
         terminal.Err(userIdType.empty()
                          ? "Give the submitter with --user-id-type, one of: " +

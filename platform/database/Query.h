@@ -19,6 +19,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <variant>
@@ -52,6 +53,9 @@ class Field {
 public:
     std::string AsString() const;
     double AsFloat() const;
+    // The value as a number, or nothing for NULL and for a text that is not
+    // a number ("abc", ""): AsFloat() would read both as 0.
+    std::optional<double> AsNumber() const;
     std::int64_t AsInteger() const;
     Date AsDate() const;  // NULL or unreadable text: the empty date
     bool IsNull() const;

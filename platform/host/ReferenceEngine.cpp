@@ -298,6 +298,7 @@ int ReferenceEngine::BasisYear() const { return type_ == "SupIR8A" ? year_ - 1 :
 
 bool ReferenceEngine::CheckSetUp(const char* call, bool needType) {
     lastError_.clear();
+    lastDatabaseFault_.clear();
     std::string missing;
     if (year_ <= 0 || year_ > 9999) missing = "a year-end year (SetYEYear gave " + std::to_string(year_) + ")";
     else if (employerId_.empty()) missing = "an employer (SetYEEmployerId)";
@@ -336,7 +337,31 @@ int ReferenceEngine::GenerateViewTables() {
         Exec(alias_, "INSERT INTO " + employeeView + " (" + ColumnList(employeeColumns) + ") " + selection, params);
         IndexByPerson(alias_, employeeView);
 
+        amountFaults_.clear();
         for (const auto& table : tables) {
+            // The amounts are checked as stored, before an Amendment's
+            // differences turn a text into a number.
+            std::string amounts;
+            for (const auto& column : table.columns)
+                if (column.amount) amounts += ", " + QuoteName(column.name);
+            if (!amounts.empty()) {
+                db::Query rows(alias_);
+                rows.SetSQL("SELECT PersonalSysId" + amounts + " FROM " + QuoteName(table.name) +
+                            " WHERE YEYear = :Year" + TypeFilter(table) + " AND PersonalSysId IN (SELECT PersonalSysId FROM " +
+                            employeeView + ") ORDER BY PersonalSysId");
+                rows.SetParam("Year", std::int64_t{year_});
+                if (table.typed) rows.SetParam("Type", type_);
+                rows.Open();
+                for (rows.First(); !rows.IsEmpty() && !rows.Eof(); rows.Next()) {
+                    for (const auto& column : table.columns) {
+                        if (!column.amount) continue;
+                        const db::Field field = rows.FieldByName(column.name);
+                        if (field.AsNumber()) continue;
+                        amountFaults_.push_back({rows.FieldByName("PersonalSysId").AsInteger(), column.name,
+                                                 field.AsString(), field.IsNull()});
+                    }
+                }
+            }
             const std::string view = _GetViewTableName("View" + table.name, address, user);
             CreateLike(alias_, view, table.columns);
             const std::string rows =
@@ -348,6 +373,11 @@ int ReferenceEngine::GenerateViewTables() {
             IndexByPerson(alias_, view);
         }
         transaction.Commit();
+    } catch (const db::DatabaseError& error) {
+        Fail("GenerateViewTables: the view tables of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
+             " could not be made: " + error.what());
+        lastDatabaseFault_ = lastError_;
+        return 0;
     } catch (const std::exception& error) {
         return Fail("GenerateViewTables: the view tables of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
                     " could not be made: " + error.what());

@@ -63,6 +63,8 @@ public:
     void DirectSubmitAppendLog(LogSink* memo, const std::string& name) override;
     int SubmitRecords(bool original, bool allRun) override;
     int CopyRecords(int from, int to) override;
+    std::string LastDatabaseFault() const override { return lastDatabaseFault_; }
+    std::vector<AmountFault> AmountFaults() const override { return amountFaults_; }
 
     void SetTransport(std::shared_ptr<SubmissionTransport> transport);
     void SetFileCheck(AisFileCheck check);
@@ -96,6 +98,8 @@ private:
     StringList submissionRecord_;  // the last ExecuteDirectSubmit, for DirectSubmitAppendLog
     StringList log_;
     std::string lastError_;
+    std::string lastDatabaseFault_;
+    std::vector<AmountFault> amountFaults_;
 };
 
 }  // namespace iras

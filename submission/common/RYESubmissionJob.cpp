@@ -5,6 +5,7 @@
 #include "submission/common/RYESubmissionJob.h"
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -112,7 +113,28 @@ std::string RYESubmissionJob::Text(db::Query& query, const char* column) {
 }
 
 double RYESubmissionJob::Amount(db::Query& query, const char* column) {
-    return query.FieldByName(column).AsFloat();
+    const db::Field field = query.FieldByName(column);
+    if (!query.Active() || query.IsEmpty()) return field.AsFloat();
+    if (const std::optional<double> number = field.AsNumber()) return *number;
+    AddAmountFinding(column, field.AsString(), field.IsNull());
+    return 0.0;
+}
+
+void RYESubmissionJob::AddAmountFinding(const std::string& column, const std::string& value, bool null) {
+    std::string finding = "Employee " + EmployeeTaxNo() + " (Employee ID " + EmployeeId() + "): " + column;
+    finding += null ? " is empty (NULL) where the return needs an amount."
+                    : " holds \"" + value + "\", which is not an amount.";
+    for (const std::string& line : AmountFindings) {
+        if (line == finding) return;
+    }
+    AmountFindings.push_back(finding);
+}
+
+void RYESubmissionJob::AddStoredAmountFindings() {
+    if (StoredAmountFaults.empty()) return;
+    const auto found = StoredAmountFaults.find(Text("PersonalSysId"));
+    if (found == StoredAmountFaults.end()) return;
+    for (const auto& fault : found->second) AddAmountFinding(fault.column, fault.value, fault.null);
 }
 
 Date RYESubmissionJob::DateOf(db::Query& query, const char* column) {
@@ -167,7 +189,18 @@ int RYESubmissionJob::OpenSources(const std::string& employerSqlBeforeId, const 
         if (blanks) WriteInternalMemo("");
         WriteInternalMemo(jobClass + "::RefreshQuery(): Error in generating view tables.");
         if (blanks) WriteInternalMemo("");
+        // The engine met a database failure: that is what the run reports,
+        // not data to adjust.
+        if (Engine) {
+            if (const std::string fault = Engine->LastDatabaseFault(); !fault.empty()) throw db::DatabaseError(fault);
+        }
         return 0;
+    }
+    StoredAmountFaults.clear();
+    if (Engine) {
+        for (const auto& fault : Engine->AmountFaults()) {
+            StoredAmountFaults[std::to_string(fault.personalSysId)].push_back(fault);
+        }
     }
     return 1;
 }
@@ -185,6 +218,46 @@ std::string RYESubmissionJob::SortClause() const {
         case 2: return "ORDER BY EEName1";
         default: return "";
     }
+}
+
+void RYESubmissionJob::WarnLeftOutEmployees() {
+    const std::optional<EmployeeJoins> joins = Joins();
+    if (!joins || LeftOutWarned) return;
+    LeftOutWarned = true;
+    const std::string form = FormName();
+    const std::string year = std::to_string(Params.year);
+    const std::string global = "A." + joins->globalIdColumn;
+    db::Query query("kovadb");
+    query.SetSQL("SELECT A.TaxNo AS TaxNo, FGetEmployeeIdByPersonalSysId(A.PersonalSysId) AS EmployeeId, " + global +
+                 " AS GlobalId FROM " + joins->employeeView + " A WHERE A.PersonalSysId IN (SELECT PersonalSysId FROM " +
+                 joins->returnView + ") AND (" + global + " IS NULL OR " + global +
+                 " NOT IN (SELECT YEGlobalId FROM YEGlobal)) ORDER BY A.TaxNo");
+    query.Open();
+    StringList warnings;
+    for (query.First(); !query.Eof(); query.Next()) {
+        const std::string globalId = Text(query, "GlobalId");
+        warnings.push_back("Warning: employee " + Text(query, "TaxNo") + " (Employee ID " + Text(query, "EmployeeId") +
+                           ") has " + form + " rows for the year but is left out of the file: " +
+                           joins->globalIdColumn +
+                           (globalId.empty() ? " is empty." : " " + globalId + " names no YEGlobal row."));
+    }
+    // Rows of a person with no employee row for the year belong to no
+    // employer's file at all.
+    db::Query orphans("kovadb");
+    orphans.SetSQL("SELECT DISTINCT PersonalSysId FROM " + joins->returnTable + " WHERE YEYear = " + year +
+                   (joins->returnTableFilter.empty() ? "" : " AND " + joins->returnTableFilter) +
+                   " AND PersonalSysId NOT IN (SELECT PersonalSysId FROM YEEmployee WHERE YEYear = " + year +
+                   ") ORDER BY PersonalSysId");
+    orphans.Open();
+    for (orphans.First(); !orphans.Eof(); orphans.Next()) {
+        warnings.push_back("Warning: the " + form + " rows of person " + Text(orphans, "PersonalSysId") +
+                           " for the year are left out of the file: the person has no employee row (YEEmployee) "
+                           "for the year.");
+    }
+    if (warnings.empty()) return;
+    WriteAllMemo("");
+    for (const std::string& line : warnings) WriteAllMemo(line);
+    WriteAllMemo("");
 }
 
 // ------------------------------------------------------------ the employer
@@ -317,6 +390,14 @@ int RYESubmissionJob::RunPass(const std::string& title, const std::string& failu
         } else {
             result = (this->*pass)();
         }
+    } catch (const db::DatabaseError& error) {
+        // A database failure is not data that failed the rules: the caller
+        // reads it from DatabaseFault() and reports it as such.
+        WriteAllMemo("");
+        WriteAllMemo(failure + error.what());
+        WriteInternalMemo(failure + error.what());
+        DatabaseFaultText = error.what();
+        result = 0;
     } catch (const std::exception& error) {
         WriteAllMemo("");
         WriteAllMemo(failure + error.what());
@@ -353,6 +434,7 @@ int RYESubmissionJob::ValidationPass() {
         WriteAllMemo("The data of the return could not be prepared. No file is created.");
         return 0;
     }
+    WarnLeftOutEmployees();
     if (MainQuery.IsEmpty() && !shape.detailBannerWithoutEmployees) return Params.check ? 1 : 0;
 
     if (!MainQuery.IsEmpty()) {
@@ -368,14 +450,19 @@ int RYESubmissionJob::ValidationPass() {
     for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
         RefreshEmployee();
         ErrorList.clear();
+        AmountFindings.clear();
+        AddStoredAmountFindings();
         bool passed = true;
         if (Params.original && DetailsValidation() == 0) passed = false;
         // The rules clear the list for their own messages; the record
-        // limits add theirs after them.
+        // limits add theirs after them, and the amounts that could not be
+        // read (in an Amendment too) come last.
         StringList rules = ErrorList;
         ErrorList.clear();
         if (RecordLimitValidation() == 0) passed = false;
         rules.insert(rules.end(), ErrorList.begin(), ErrorList.end());
+        if (!AmountFindings.empty()) passed = false;
+        rules.insert(rules.end(), AmountFindings.begin(), AmountFindings.end());
         ErrorList = std::move(rules);
         if (passed) continue;
 
@@ -426,11 +513,13 @@ int RYESubmissionJob::GenerationPass() {
     // job) opens the queries itself.
     bool ready = true;
     if (RefreshBeforeGeneration() || !MainQuery.Active()) ready = RefreshQuery() != 0;
+    if (ready) WarnLeftOutEmployees();
 
     if (!ready) {
         WriteAllMemo("");
         WriteAllMemo("The data of the return could not be prepared. No file is created.");
     } else if (MainQuery.IsEmpty()) {
+        NoRecords = true;
         WriteAllMemo("");
         WriteAllMemo("No Records to be processed.");
     } else {
@@ -446,7 +535,15 @@ int RYESubmissionJob::GenerationPass() {
         for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
             ++RecordsProcessed;
             RefreshEmployee();
+            AmountFindings.clear();
+            AddStoredAmountFindings();
             PrepareDetails();
+            // A record with an amount that could not be read would say 0
+            // where the database holds something else: the file is not made.
+            if (!AmountFindings.empty()) {
+                for (const std::string& line : AmountFindings) WriteAllMemo(line);
+                RecordFault = true;
+            }
         }
 
         if (HasTrailer()) {

@@ -3,6 +3,8 @@
 // ending gives, tried on the sample database.
 #include <gtest/gtest.h>
 
+#include <sqlite3.h>
+
 #include <sstream>
 
 #include "apps/run/CommandLine.h"
@@ -89,6 +91,28 @@ protected:
         return args;
     }
     bool Said(const std::string& text) const { return err_.str().find(text) != std::string::npos; }
+    bool Logged(const std::string& text) const { return out_.str().find(text) != std::string::npos; }
+    // Changes the database behind the tool's back, as a user with an SQLite
+    // shell can.
+    void Sql(const std::string& sql) const {
+        sqlite3* handle = nullptr;
+        ASSERT_EQ(sqlite3_open(database_.c_str(), &handle), SQLITE_OK);
+        char* error = nullptr;
+        const int result = sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, &error);
+        const std::string message = error != nullptr ? error : "";
+        sqlite3_free(error);
+        sqlite3_close(handle);
+        ASSERT_EQ(result, SQLITE_OK) << message;
+    }
+    // The files of the File Directory with a final name (no hidden temporary).
+    std::vector<std::string> OutFiles() const {
+        std::vector<std::string> names;
+        std::error_code ignored;
+        for (const auto& entry : fs::directory_iterator(folder_ / "out", ignored)) {
+            names.push_back(entry.path().filename().string());
+        }
+        return names;
+    }
 
     fs::path folder_, database_;
     std::ostringstream out_, err_;
@@ -177,6 +201,94 @@ TEST_F(SampleDatabaseTool, SubmitWithoutConsentOrWithRefusedDataSubmitsNothing) 
     broken.push_back("--yes");
     EXPECT_EQ(Run(broken), kExitValidation) << err_.str();
     EXPECT_TRUE(Said("the data failed validation, so nothing was submitted"));
+}
+
+// Bad data and database faults, each done to a fresh copy of the sample as a
+// user with an SQLite shell can: every one ends with its own message and
+// status, and no file under a final name in the File Directory.
+struct BadDataCase {
+    const char* what;
+    std::string sql;
+    Args extra;
+    int status;
+    std::string logged;  // in the run log (standard output)
+    std::string said;    // on standard error
+};
+
+TEST_F(SampleDatabaseTool, BadDataAndDatabaseFaultsAreToldAndWriteNoFile) {
+    const std::string lim = "Employee S8012345J (Employee ID LCP0001): ";
+    const std::string person1001 = " WHERE PersonalSysId = 1001 AND YEYear = 2024";
+    // IR8A without its NOT NULL constraints, as an older database may have it.
+    const std::string looseIR8A =
+        "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET sql = replace(sql, 'NOT NULL', '') WHERE name = "
+        "'IR8A'; PRAGMA writable_schema = RESET; ";
+    const std::vector<BadDataCase> cases = {
+        {"text in a money column", "UPDATE IR8A SET GrossTotal = 'abc'" + person1001, {}, kExitValidation,
+         lim + "GrossTotal holds \"abc\", which is not an amount.", "the data failed validation"},
+        {"a NULL part of the total income", looseIR8A + "UPDATE IR8A SET Transport = NULL" + person1001, {},
+         kExitValidation, lim + "Amt is empty (NULL) where the return needs an amount.", "the data failed validation"},
+        {"text in a money column of an Amendment", "UPDATE IR8A SET GrossTotal = 'abc'" + person1001,
+         {"--amendment", "--yes"}, kExitValidation, lim + "GrossTotal holds \"abc\", which is not an amount.",
+         "the data failed validation"},
+        {"a return table that is missing", "ALTER TABLE IR8A RENAME TO IR8AOld", {}, kExitDatabase, "IR8A",
+         "Error: GenerateViewTables: the view tables of CurIR8A"},
+        {"a column the query needs is dropped", "ALTER TABLE YEEmployee DROP COLUMN Designation", {}, kExitDatabase,
+         "Designation", "Designation"},
+        {"the rights table is missing", "DROP TABLE UserModuleRights", {}, kExitDatabase, "", "UserModuleRights"},
+        {"the run's subregistry row is missing", "DELETE FROM subregistry", {}, kExitDatabase, "", "subregistry"},
+    };
+    for (const BadDataCase& c : cases) {
+        SCOPED_TRACE(c.what);
+        TearDown();  // a fresh copy of the sample for each case
+        SetUp();
+        Sql(c.sql);
+        EXPECT_EQ(Run(RunArgs("generate", "ADMIN", "cur-ir8a", c.extra)), c.status) << err_.str() << out_.str();
+        EXPECT_TRUE(Logged(c.logged)) << out_.str();
+        EXPECT_TRUE(Said(c.said)) << err_.str();
+        EXPECT_EQ(OutFiles(), std::vector<std::string>{});
+    }
+}
+
+TEST_F(SampleDatabaseTool, EmployeesTheJoinsLeaveOutAreNamedInAWarning) {
+    Sql("UPDATE YEEmployee SET CurrentYEGlobalId = NULL WHERE PersonalSysId = 1001 AND YEYear = 2024;"
+        "UPDATE YEEmployee SET CurrentYEGlobalId = 77 WHERE PersonalSysId = 1002 AND YEYear = 2024;"
+        "DELETE FROM YEEmployee WHERE PersonalSysId = 1003 AND YEYear = 2024;");
+    ASSERT_EQ(Run(RunArgs("generate", "ADMIN", "cur-ir8a")), kExitSuccess) << err_.str() << out_.str();
+    EXPECT_TRUE(Logged("Warning: employee S8012345J (Employee ID LCP0001) has IR8A rows for the year but is left out "
+                       "of the file: CurrentYEGlobalId is empty."))
+        << out_.str();
+    EXPECT_TRUE(Logged("(Employee ID LCP0002) has IR8A rows for the year but is left out of the file: "
+                       "CurrentYEGlobalId 77 names no YEGlobal row."));
+    EXPECT_TRUE(Logged("Warning: the IR8A rows of person 1003 for the year are left out of the file: the person has "
+                       "no employee row (YEEmployee) for the year."));
+}
+
+TEST_F(SampleDatabaseTool, ARefusedUserIsToldWhy) {
+    const std::vector<std::tuple<std::string, std::string, std::string>> cases = {
+        {"GUEST", "cur-ir8a", "You have no access to this module: the user \"GUEST\" is not known in this database."},
+        {"admin", "cur-ir8a", "the user \"admin\" is not known; user names are matched in their letter case (did "
+                              "you mean ADMIN?)."},
+        {"CLERK", "ir8s", "You have no access to this module: the user CLERK does not hold the right "
+                          "\"YEDirectIR8SRpt\" of IR8S."},
+    };
+    for (const auto& [user, type, message] : cases) {
+        EXPECT_EQ(Run(RunArgs("generate", user, type)), kExitNoAccess);
+        EXPECT_TRUE(Said(message)) << err_.str();
+    }
+}
+
+TEST_F(SampleDatabaseTool, AnAmendmentWithNothingChangedSaysSoWithStatusSeven) {
+    const Args identity = {"--user-id-type", "PERSONAL", "--user-id", "S1234567D", "--yes"};
+    ASSERT_EQ(Run(RunArgs("submit", "ADMIN", "cur-ir8a", identity)), kExitSuccess) << err_.str() << out_.str();
+    Args amendment = identity;
+    amendment.push_back("--amendment");
+    EXPECT_EQ(Run(RunArgs("submit", "ADMIN", "cur-ir8a", amendment)), kExitNothingProduced) << err_.str();
+    EXPECT_TRUE(Said("Nothing was submitted: there are no records to submit.")) << err_.str();
+    EXPECT_FALSE(Said("submitted successfully"));
+    EXPECT_EQ(Run(RunArgs("generate", "ADMIN", "cur-ir8a", {"--amendment", "--yes"})), kExitNothingProduced);
+    EXPECT_TRUE(Said("No file was made: there are no records to process (no employee has changed since the last "
+                     "submission)."))
+        << err_.str();
 }
 
 }  // namespace
