@@ -81,15 +81,6 @@ struct EmployerHeaderRules {
     bool blankLinesAroundHeadings = false;
 };
 
-// Where a return's header record holds the employer's fields. The header
-// records of the returns carry the same fields, each return at its own
-// positions (IR8A adds a payment type after the basis year).
-struct EmployerHeaderFields {
-    RecordField recordType, source, basisYear, organisationIdType, organisationIdNo, authorisedName,
-        authorisedDesignation, employerName, telephone, email, batchIndicator, batchDate, divisionBranch,
-        formName, filler;
-};
-
 class RYESubmissionJob : public RSubmissionJob {
 public:
     RYESubmissionJob(BQueryViewTable* context, IRASSubmissionParameters params,
