@@ -6,6 +6,7 @@
 #include <array>
 #include <functional>
 
+#include "submission/a8b/RA8BeSubmission.h"
 #include "submission/ir8a/RIR8AeSubmission.h"
 
 namespace iras {
@@ -28,7 +29,10 @@ const std::array<JobMaker, 5>& Makers() {
         JobMaker{},  // IR8S: SetGreaterThan100K(false), SetExcessCPF, SetOverseasCPF,
                      // SetIR8SIndicator(false), SetPercentOrdWage from setup.ir8s
         JobMaker{},  // Appendix 8A
-        JobMaker{},  // Appendix 8B
+        [](const JobSetup& setup) -> std::unique_ptr<RSubmissionJob> {
+            return std::make_unique<RA8BeSubmission>(setup.session, setup.params, setup.runFolder,
+                                                     setup.copyFolder);
+        },
     };
     return makers;
 }

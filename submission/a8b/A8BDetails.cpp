@@ -1,0 +1,288 @@
+// The Appendix 8B detail record: the employee, then for each section fifteen
+// row slots (the employee's share-plan rows, then blank slots) and the
+// section's totals, then the four grand totals. An Original works each row's
+// amounts out from the prices per share and sums them into the totals,
+// split at the cut-off date of the plans; an Amendment prints the amounts
+// and totals the engine stored, which are differences from what was
+// submitted. Each total is also added to the file totals of the trailer.
+#include <cstdio>
+#include <optional>
+#include <vector>
+
+#include "platform/common/CommonLibrary.h"
+#include "submission/common/AmountFields.h"
+#include "submission/common/RYESubmissionCommon.h"
+#include "submission/a8b/A8BLayout.h"
+#include "submission/a8b/A8BSections.h"
+#include "submission/a8b/RA8BeSubmission.h"
+
+namespace iras {
+
+namespace {
+
+namespace d = a8b::detail;
+namespace r = a8b::detail::row;
+
+// Plans granted from this date on (and every share ownership plan) are taxed
+// under the rules after the cut-off; older option plans are reported apart.
+constexpr Date kCutOff{2003, 1, 1};
+
+constexpr int kPriceDecimals = 5;
+
+// The same place as a field of another kind: the blank row writes its
+// shares as the text "0", not as an amount.
+constexpr RecordField AsText(RecordField field) { return {field.start, field.width, FieldKind::Text}; }
+
+// Amounts are worked out to three places, rounded, then cut to cents.
+double RowAmount(double value) { return _Trunc(_Round(value, 3), 2); }
+
+std::string TwoPlaces(double value) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.2f", value);
+    return text;
+}
+
+}  // namespace
+
+struct RA8BeSubmission::EncodedRow {
+    std::string companyIdType, rcbNo, companyName, planType;
+    Date granted, exercised;
+    std::array<std::string, 3> prices;  // exercise price, value at grant, value at exercise
+    std::string shares;
+    std::array<std::string, 3> amounts;  // the section's amounts in record order
+    std::array<double, 3> values{};
+    bool after = false;  // counts into the totals after the cut-off
+};
+
+struct RA8BeSubmission::EncodedRecord {
+    std::array<std::vector<EncodedRow>, 4> rows;
+    std::array<std::array<std::string, 6>, 4> totals;
+    std::array<std::array<double, 6>, 4> totalValues{};
+    std::array<std::string, 4> grand;
+    std::array<double, 4> grandValues{};
+    StringList tooLarge;  // values the record cannot hold
+};
+
+RA8BeSubmission::EncodedRow RA8BeSubmission::EncodeRow(int sectionIndex) {
+    const a8b::Section& section = a8b::kSections[static_cast<std::size_t>(sectionIndex)];
+    db::Query& query = StockOptQueries[static_cast<std::size_t>(sectionIndex)];
+    EncodedRow row;
+    row.companyIdType = YEKeywordRecLocate(Text(query, "CompanyIDType")) ? KeywordProperty("YEProperty1") : "";
+    row.rcbNo = Text(query, "RCBNo");
+    row.companyName = Text(query, "CompanyName");
+    row.planType = Text(query, "TypePlanGranted");
+    row.granted = DateOf(query, "DateStockGranted");
+    row.exercised = DateOf(query, "DateExerciseStock");
+    row.after = row.planType == "ESOW" || (row.planType == "ESOP" && !(row.granted < kCutOff));
+
+    const double exercisePrice = _Trunc(Amount(query, "ExercisePriceStock"), kPriceDecimals);
+    const double atGrant = _Trunc(Amount(query, "MktValueStockGrant"), kPriceDecimals);
+    const double atExercise = _Trunc(Amount(query, "MktValueExerciseStock"), kPriceDecimals);
+    const double shares = Amount(query, "SharesAcquired");
+
+    if (Params.original) {
+        if (section.amountCount == 2) {
+            const double gains = RowAmount((atExercise - exercisePrice) * shares);
+            row.values = {gains, gains, 0.0};
+        } else {
+            const double exempt = RowAmount((atExercise - atGrant) * shares);
+            const double notQualifying = RowAmount((atGrant - exercisePrice) * shares);
+            row.values = {exempt, notQualifying, _Trunc(exempt + notQualifying, 2)};
+        }
+    } else {
+        for (int i = 0; i < section.amountCount; ++i)
+            row.values[static_cast<std::size_t>(i)] = Amount(query, RowColumn(section, section.AmountAt(i)).c_str());
+    }
+    return row;
+}
+
+RA8BeSubmission::EncodedRecord RA8BeSubmission::EncodeRecord() {
+    EncodedRecord record;
+    const auto encode = [&record](std::optional<std::string> text, const std::string& caption, double value,
+                                  int width) {
+        if (text) return *text;
+        record.tooLarge.push_back("Amount too large for the A8B record. " + caption + " of " + TwoPlaces(value) +
+                                  " does not fit in its " + std::to_string(width) + "-character field.");
+        return std::string();
+    };
+    const auto zeros = [](int width) { return std::string(static_cast<std::size_t>(width), '0'); };
+
+    std::array<double, 4> grand{};  // not qualifying after, before; gains after, before
+    for (const a8b::Section& section : a8b::kSections) {
+        const auto s = static_cast<std::size_t>(section.Index());
+        db::Query& query = StockOptQueries[s];
+        std::array<double, 6> sums{};  // per amount: after, before
+        int number = 0;
+        for (query.First(); !query.IsEmpty() && !query.Eof(); query.Next()) {
+            EncodedRow row = EncodeRow(section.Index());
+            const std::string where = std::string("Section ") + section.letter + " record " + std::to_string(++number);
+            const double raw[3] = {Amount(query, "ExercisePriceStock"), Amount(query, "MktValueStockGrant"),
+                                   Amount(query, "MktValueExerciseStock")};
+            const char* priceNames[3] = {" exercise price", " value at grant", " value at exercise"};
+            for (std::size_t p = 0; p < 3; ++p) {
+                const double price = _Trunc(raw[p], kPriceDecimals);
+                // Section B's exercise price and every market value: a price
+                // below a cent's half is written as zero.
+                const bool zeroTest = p > 0 || section.letter == 'B';
+                row.prices[p] = zeroTest && _IsZeroValue(price)
+                                    ? zeros(r::kExercisePrice.width)
+                                    : encode(AmountField(price, true, false, kPriceDecimals, r::kExercisePrice.width),
+                                             where + priceNames[p], price, r::kExercisePrice.width);
+            }
+            const double shares = Amount(query, "SharesAcquired");
+            row.shares = _IsZeroValue(shares) ? zeros(r::kShares.width)
+                                              : encode(AmountField(shares, true, true, kPriceDecimals, r::kShares.width),
+                                                       where + " shares acquired", shares, r::kShares.width);
+            for (int i = 0; i < section.amountCount; ++i) {
+                const auto a = static_cast<std::size_t>(i);
+                const int width = r::kAmounts[a].width;
+                const double value = row.values[a];
+                row.amounts[a] = _IsZeroValue(value) ? zeros(width)
+                                                     : encode(AmountField(value, true, true, 2, width),
+                                                              where + " " + RowColumn(section, section.AmountAt(i)),
+                                                              value, width);
+                sums[a * 2 + (row.after ? 0 : 1)] += value;
+            }
+            record.rows[s].push_back(std::move(row));
+        }
+
+        const int totalCount = section.Totals().count;
+        for (int t = 0; t < totalCount; ++t) {
+            const auto i = static_cast<std::size_t>(t);
+            const a8b::RowAmount amount = section.AmountAt(t / 2);
+            const std::string column = a8b::TotalColumn(section, amount, t % 2 == 0);
+            const double value = Params.original ? sums[i] : Amount(column.c_str());
+            record.totalValues[s][i] = value;
+            record.totals[s][i] = value == 0.0 ? zeros(d::kSectionTotal.width)
+                                               : encode(AmountField(value, true, true, 2, d::kSectionTotal.width),
+                                                        column, value, d::kSectionTotal.width);
+            if (amount == a8b::RowAmount::NotQualifying) grand[static_cast<std::size_t>(t % 2)] += value;
+            if (amount == a8b::RowAmount::Gains) grand[static_cast<std::size_t>(2 + t % 2)] += value;
+        }
+    }
+
+    for (std::size_t g = 0; g < grand.size(); ++g) {
+        const double value = Params.original ? grand[g] : Amount(a8b::kGrandTotalColumns[g]);
+        record.grandValues[g] = value;
+        record.grand[g] = value == 0.0 ? zeros(d::kGrandTotal.width)
+                                       : encode(AmountField(value, true, true, 2, d::kGrandTotal.width),
+                                                a8b::kGrandTotalColumns[g], value, d::kGrandTotal.width);
+    }
+    return record;
+}
+
+// The record holds fifteen rows a section and each amount in a fixed number
+// of characters. These are limits of the record, not IRAS's rules, so they
+// are checked for Amendments too: such an employee is reported instead of
+// being written wrongly.
+int RA8BeSubmission::RecordLimitValidation() {
+    const std::size_t before = ErrorList.size();
+    if (!Params.original) {
+        // An Original has had this finding from the section checks already.
+        for (const a8b::Section& section : a8b::kSections) {
+            if (StockOptQueries[static_cast<std::size_t>(section.Index())].RecordCount() > a8b::kRowsPerSection)
+                ErrorList.push_back(std::string("Invalid ") + section.title + ". Section " + section.letter +
+                                    " can only have a maximum of 15 records.");
+        }
+    }
+    const EncodedRecord record = EncodeRecord();
+    ErrorList.insert(ErrorList.end(), record.tooLarge.begin(), record.tooLarge.end());
+    return ErrorList.size() == before ? 1 : 0;
+}
+
+void RA8BeSubmission::PrepareA8BDetails() {
+    if (!Params.check) return;
+    const std::string taxNo = EmployeeTaxNo();
+    for (const a8b::Section& section : a8b::kSections) {
+        if (StockOptQueries[static_cast<std::size_t>(section.Index())].RecordCount() > a8b::kRowsPerSection) {
+            // Validation reports this before a file is made; should a record
+            // still get here, it is left out and the file is refused.
+            WriteAllMemo("Employee " + taxNo + " is not successfully processed: " + section.title +
+                         " has more than 15 records.");
+            RecordFault = true;
+            return;
+        }
+    }
+    const EncodedRecord record = EncodeRecord();
+    if (!record.tooLarge.empty()) {
+        WriteAllMemo("Employee " + taxNo + " is not successfully processed: " + record.tooLarge.front());
+        RecordFault = true;
+        return;
+    }
+
+    BStringOutput& out = *Output;
+    out.SetNew();
+    Put(out, d::kRecordType, "1");
+    if (YEKeywordRecLocate(Text("PayeeIDType"))) {
+        Put(out, d::kIdType, _CStrToInt(KeywordProperty("YEProperty3")));
+    } else {
+        Put(out, d::kIdType, "");
+    }
+    Put(out, d::kIdNo, taxNo);
+    Put(out, d::kName1, Text("EEName1"));
+    Put(out, d::kName2, Text("EEName2"));
+    Put(out, d::kNationality, Text("IRASNationalityCode"));
+    Put(out, d::kGender, Text("Gender"));
+    Put(out, d::kDateOfBirth, DateOf("DOB"));
+
+    for (const a8b::Section& section : a8b::kSections) {
+        const auto s = static_cast<std::size_t>(section.Index());
+        const RecordBlock slots = section.Rows();
+        const auto& rows = record.rows[s];
+        for (int k = 0; k < slots.count; ++k) {
+            const auto at = [&](RecordField field) { return slots.Field(k, field); };
+            if (k < static_cast<int>(rows.size())) {
+                const EncodedRow& row = rows[static_cast<std::size_t>(k)];
+                Put(out, at(r::kCompanyIdType), row.companyIdType);
+                Put(out, at(r::kRcbNo), row.rcbNo);
+                Put(out, at(r::kCompanyName), row.companyName);
+                Put(out, at(r::kPlanType), row.planType);
+                PutDateOrBlank(out, at(r::kDateGranted), row.granted);
+                PutDateOrBlank(out, at(r::kDateExercised), row.exercised);
+                Put(out, at(r::kExercisePrice), row.prices[0]);
+                Put(out, at(r::kValueAtGrant), row.prices[1]);
+                Put(out, at(r::kValueAtExercise), row.prices[2]);
+                Put(out, at(r::kShares), row.shares);
+                for (int i = 0; i < section.amountCount; ++i)
+                    Put(out, at(r::kAmounts[static_cast<std::size_t>(i)]), row.amounts[static_cast<std::size_t>(i)]);
+            } else {
+                // A blank slot: its shares are the one character "0", unlike
+                // its prices, as IRAS's own files have them.
+                for (RecordField field : {r::kCompanyIdType, r::kRcbNo, r::kCompanyName, r::kPlanType,
+                                          AsText(r::kDateGranted), AsText(r::kDateExercised)})
+                    Put(out, at(field), "");
+                for (RecordField field : {r::kExercisePrice, r::kValueAtGrant, r::kValueAtExercise})
+                    Put(out, at(field), std::string(static_cast<std::size_t>(field.width), '0'));
+                Put(out, at(AsText(r::kShares)), "0");
+                for (int i = 0; i < section.amountCount; ++i) {
+                    const RecordField field = r::kAmounts[static_cast<std::size_t>(i)];
+                    Put(out, at(field), std::string(static_cast<std::size_t>(field.width), '0'));
+                }
+            }
+        }
+        const RecordBlock totals = section.Totals();
+        for (int t = 0; t < totals.count; ++t) {
+            const auto i = static_cast<std::size_t>(t);
+            Put(out, totals.Field(t, d::kSectionTotal), record.totals[s][i]);
+            if (record.totalValues[s][i] != 0.0)
+                FileTotals[static_cast<std::size_t>(section.fileTotalOffset + t)] += record.totalValues[s][i];
+        }
+    }
+    for (int g = 0; g < d::kGrandTotals.count; ++g) {
+        const auto i = static_cast<std::size_t>(g);
+        Put(out, d::kGrandTotals.Field(g, d::kGrandTotal), record.grand[i]);
+        double value = record.grandValues[i];
+        // The last grand total is rounded to cents before it is summed.
+        if (g == d::kGrandTotals.count - 1) value = _Round(value, 2);
+        if (value != 0.0) FileTotals[a8b::kGrandFileTotalOffset + i] += value;
+    }
+    Put(out, d::kFiller9116, "");
+    Put(out, d::kFiller9252, "");
+    out.SetEnd(1);
+    out.ListOutput(OutputLines);
+    WriteAllMemo("");
+    WriteAllMemo("Employee " + taxNo + " is successfully processed.");
+    ++RecordsSucceeded;
+}
+
+}  // namespace iras
