@@ -5,7 +5,6 @@
 #include <cstdio>
 
 #include "platform/common/CommonLibrary.h"
-#include "platform/host/HostFunctions.h"
 #include "submission/common/AmountFields.h"
 #include "submission/common/RYESubmissionCommon.h"
 #include "submission/a8b/A8BLayout.h"
@@ -29,15 +28,7 @@ void RA8BeSubmission::PrepareA8BHeader() {
     Put(out, h::kPaymentType, "13");
     Put(out, h::kOrganisationIdType,
         YEKeywordRecLocate(EmployerText("PayerID")) ? KeywordProperty("YEProperty1") : "");
-    Put(out, h::kOrganisationIdNo, EmployerText("TaxRefNo"));
-    Put(out, h::kAuthorisedName, EmployerText("AuthorisedName"));
-    Put(out, h::kAuthorisedDesignation, EmployerText("Designation"));
-    Put(out, h::kEmployerName, EmployerText("EmployerName"));
-    Put(out, h::kTelephone, EmployerText("TelephoneNo"));
-    Put(out, h::kEmail, EmployerText("EmailAddress"));
-    Put(out, h::kBatchIndicator, Params.original ? "O" : "A");
-    // The batch date is the database server's, not the workstation's.
-    Put(out, h::kBatchDate, _GetDBServerCurrentDate());
+    PutEmployerHeaderFields();
     PutDateOrBlank(out, h::kIncorporation, DateOf(EmployerQuery, "DateIncorporation"));
     Put(out, h::kDivisionBranch, EmployerText("DivisionBranch"));
     Put(out, h::kFileType, "A8B");

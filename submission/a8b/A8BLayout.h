@@ -13,6 +13,7 @@
 
 #include <array>
 
+#include "submission/common/SharedRecordFields.h"
 #include "submission/common/RecordLayout.h"
 
 namespace iras::a8b {
@@ -21,19 +22,8 @@ inline constexpr int kRecordWidth = 9300;
 inline constexpr int kRowsPerSection = 15;
 
 namespace header {
-inline constexpr RecordField kRecordType{1, 1, FieldKind::Text};
-inline constexpr RecordField kSource{2, 1, FieldKind::Text};
-inline constexpr RecordField kBasisYear{3, 4, FieldKind::Text};
-inline constexpr RecordField kPaymentType{7, 2, FieldKind::Text};
-inline constexpr RecordField kOrganisationIdType{9, 1, FieldKind::Text};
-inline constexpr RecordField kOrganisationIdNo{10, 12, FieldKind::Text};
-inline constexpr RecordField kAuthorisedName{22, 30, FieldKind::Text};
-inline constexpr RecordField kAuthorisedDesignation{52, 30, FieldKind::Text};
-inline constexpr RecordField kEmployerName{82, 60, FieldKind::Text};
-inline constexpr RecordField kTelephone{142, 20, FieldKind::Text};
-inline constexpr RecordField kEmail{162, 60, FieldKind::Text};
-inline constexpr RecordField kBatchIndicator{222, 1, FieldKind::Text};
-inline constexpr RecordField kBatchDate{223, 8, FieldKind::Date};
+// Positions 1-230, the same in every return.
+using namespace employer_header;
 inline constexpr RecordField kIncorporation{231, 8, FieldKind::Date};
 inline constexpr RecordField kDivisionBranch{239, 30, FieldKind::Text};
 inline constexpr RecordField kFileType{269, 10, FieldKind::Text};
@@ -41,11 +31,8 @@ inline constexpr RecordField kFiller{279, 9022, FieldKind::Text};
 }  // namespace header
 
 namespace detail {
-inline constexpr RecordField kRecordType{1, 1, FieldKind::Text};
-inline constexpr RecordField kIdType{2, 1, FieldKind::Text};
-inline constexpr RecordField kIdNo{3, 12, FieldKind::Text};
-inline constexpr RecordField kName1{15, 40, FieldKind::Text};
-inline constexpr RecordField kName2{55, 40, FieldKind::Text};
+// Positions 1-94, the same in every return.
+using namespace employee_detail;
 inline constexpr RecordField kNationality{95, 3, FieldKind::Text};
 inline constexpr RecordField kGender{98, 1, FieldKind::Text};
 inline constexpr RecordField kDateOfBirth{99, 8, FieldKind::Date};

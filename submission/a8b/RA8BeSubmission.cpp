@@ -8,27 +8,6 @@
 
 namespace iras {
 
-namespace {
-
-JobTexts A8BTexts() {
-    JobTexts texts;
-    texts.validateTitle = "VALIDATING A8B FILE";
-    texts.headerValidateTitle = "VALIDATING A8B HEADER";
-    texts.detailValidateTitle = "VALIDATING A8B DETAILS";
-    texts.processTitle = "PROCESSING A8B FILE";
-    texts.headerTitle = "PROCESSING A8B HEADER";
-    texts.detailTitle = "PROCESSING A8B DETAILS";
-    texts.trailerTitle = "PROCESSING A8B TRAILER";
-    texts.fileStepTitle = "A8B FILE GENERATION";
-    // The two labels differ by a blank before the colon, as users know them.
-    texts.validationHeaderErrorsLabel = "Total No. of Errors in A8B Header             : ";
-    texts.generationHeaderErrorsLabel = "Total No. of Errors in A8B Header              : ";
-    texts.employeeFailedSuffix = " is not successfully validated.";
-    texts.cancelledMessage = "A8B File is cancelled.";
-    return texts;
-}
-
-}  // namespace
 
 RA8BeSubmission::RA8BeSubmission(BQueryViewTable* context, IRASSubmissionParameters params,
                                  std::string runFolder, std::string copyFolder)
@@ -40,7 +19,22 @@ int RA8BeSubmission::ValidateA8BFile() { return RunValidation(); }
 int RA8BeSubmission::ProcessA8BeSubmission() { return RunGeneration(); }
 
 const JobTexts& RA8BeSubmission::Texts() const {
-    static const JobTexts texts = A8BTexts();
+    // The two header-error labels differ by a blank before the colon, as
+    // users know them.
+    static const JobTexts texts{
+        .validateTitle = "VALIDATING A8B FILE",
+        .headerValidateTitle = "VALIDATING A8B HEADER",
+        .detailValidateTitle = "VALIDATING A8B DETAILS",
+        .processTitle = "PROCESSING A8B FILE",
+        .headerTitle = "PROCESSING A8B HEADER",
+        .detailTitle = "PROCESSING A8B DETAILS",
+        .trailerTitle = "PROCESSING A8B TRAILER",
+        .fileStepTitle = "A8B FILE GENERATION",
+        .validationHeaderErrorsLabel = "Total No. of Errors in A8B Header             : ",
+        .generationHeaderErrorsLabel = "Total No. of Errors in A8B Header              : ",
+        .employeeFailedSuffix = " is not successfully validated.",
+        .cancelledMessage = "A8B File is cancelled.",
+    };
     return texts;
 }
 

@@ -13,6 +13,7 @@
 #include "platform/common/Date.h"
 #include "platform/common/Text.h"
 #include "platform/host/HostFunctions.h"
+#include "submission/common/SharedRecordFields.h"
 
 namespace iras {
 
@@ -232,6 +233,20 @@ int RYESubmissionJob::ValidateEmployerHeader(const EmployerHeaderRules& rules) {
         ErrorList.push_back("Email address cannot be more than 50 characters.");
     }
     return ErrorList.empty() ? 1 : 0;
+}
+
+void RYESubmissionJob::PutEmployerHeaderFields() {
+    namespace h = employer_header;
+    BStringOutput& out = *Output;
+    Put(out, h::kOrganisationIdNo, EmployerText("TaxRefNo"));
+    Put(out, h::kAuthorisedName, EmployerText("AuthorisedName"));
+    Put(out, h::kAuthorisedDesignation, EmployerText("Designation"));
+    Put(out, h::kEmployerName, EmployerText("EmployerName"));
+    Put(out, h::kTelephone, EmployerText("TelephoneNo"));
+    Put(out, h::kEmail, EmployerText("EmailAddress"));
+    Put(out, h::kBatchIndicator, Params.original ? "O" : "A");
+    // The batch date is the database server's, not the workstation's.
+    Put(out, h::kBatchDate, _GetDBServerCurrentDate());
 }
 
 void RYESubmissionJob::AppendSummaryBanner(StringList& summary, const std::string& title) {

@@ -199,6 +199,10 @@ protected:
     // The employer rules every return checks before an Original file. Clears
     // ErrorList; nonzero when no rule failed.
     int ValidateEmployerHeader(const EmployerHeaderRules& rules);
+    // The header fields of the employer and the batch that every return
+    // writes alike, organisation id number to batch date (positions 10-230):
+    // the employer row's texts, "O" or "A", the database server's date.
+    void PutEmployerHeaderFields();
     // The opening of every summary file: 48 "*", "", title, "", 48 "*", "".
     static void AppendSummaryBanner(StringList& summary, const std::string& title);
 
