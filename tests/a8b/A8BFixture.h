@@ -101,13 +101,13 @@ protected:
                                     " AND A8BRecordSysId = " + row + ";"));
     }
 
-    std::unique_ptr<RA8BeSubmission> MakeJob() {
+    std::unique_ptr<RA8BeSubmission> MakeJob(int basisYear = 2023) {
         IRASSubmissionParameters p = params;
         p.ignoreChanges = p.original;
-        p.year = 2023;
+        p.year = basisYear;
         auto job = std::make_unique<RA8BeSubmission>(&session, p, (folder.Path() / "run").string(), "");
         job->SetLogMemo(&log), job->SetInternalMemo(&debug), job->SetEmployeeErrorLog(&employeeErrors);
-        job->SetBasisYear(2023);
+        job->SetBasisYear(basisYear);
         return job;
     }
 
