@@ -63,9 +63,35 @@ struct RA8BeSubmission::EncodedRecord {
     StringList tooLarge;  // values the record cannot hold
 };
 
-RA8BeSubmission::EncodedRow RA8BeSubmission::EncodeRow(int sectionIndex) {
+namespace {
+
+// The text of a money or price field, or a finding in tooLarge (and an
+// empty text) where the value does not fit its width.
+class FieldTexts {
+public:
+    explicit FieldTexts(StringList& tooLarge) : tooLarge_(tooLarge) {}
+
+    // Zero as `width` zeros when zeroTest, else the encoded value.
+    std::string Encode(double value, bool zeroTest, bool signCode, int decimals, int width,
+                       const std::string& caption) {
+        if (zeroTest) return std::string(static_cast<std::size_t>(width), '0');
+        if (auto text = AmountField(value, true, signCode, decimals, width)) return *text;
+        tooLarge_.push_back("Amount too large for the A8B record. " + caption + " of " + TwoPlaces(value) +
+                            " does not fit in its " + std::to_string(width) + "-character field.");
+        return "";
+    }
+
+private:
+    StringList& tooLarge_;
+};
+
+}  // namespace
+
+RA8BeSubmission::EncodedRow RA8BeSubmission::EncodeRow(int sectionIndex, int number, StringList& tooLarge) {
     const a8b::Section& section = a8b::kSections[static_cast<std::size_t>(sectionIndex)];
     db::Query& query = StockOptQueries[static_cast<std::size_t>(sectionIndex)];
+    FieldTexts texts(tooLarge);
+    const std::string where = std::string("Section ") + section.letter + " record " + std::to_string(number) + " ";
     EncodedRow row;
     row.companyIdType = YEKeywordRecLocate(Text(query, "CompanyIDType")) ? KeywordProperty("YEProperty1") : "";
     row.rcbNo = Text(query, "RCBNo");
@@ -75,11 +101,23 @@ RA8BeSubmission::EncodedRow RA8BeSubmission::EncodeRow(int sectionIndex) {
     row.exercised = DateOf(query, "DateExerciseStock");
     row.after = row.planType == "ESOW" || (row.planType == "ESOP" && !(row.granted < kCutOff));
 
-    const double exercisePrice = _Trunc(Amount(query, "ExercisePriceStock"), kPriceDecimals);
-    const double atGrant = _Trunc(Amount(query, "MktValueStockGrant"), kPriceDecimals);
-    const double atExercise = _Trunc(Amount(query, "MktValueExerciseStock"), kPriceDecimals);
+    // Prices per share count to five places; what lies beyond is cut.
+    const std::array<double, 3> prices{_Trunc(Amount(query, "ExercisePriceStock"), kPriceDecimals),
+                                       _Trunc(Amount(query, "MktValueStockGrant"), kPriceDecimals),
+                                       _Trunc(Amount(query, "MktValueExerciseStock"), kPriceDecimals)};
+    const std::array<const char*, 3> priceNames{"exercise price", "value at grant", "value at exercise"};
+    for (std::size_t p = 0; p < prices.size(); ++p) {
+        // The market values, and Section B's exercise price, write a price
+        // below half a cent as zero.
+        const bool zeroTest = (p > 0 || section.letter == 'B') && _IsZeroValue(prices[p]);
+        row.prices[p] = texts.Encode(prices[p], zeroTest, false, kPriceDecimals, r::kExercisePrice.width,
+                                     where + priceNames[p]);
+    }
     const double shares = Amount(query, "SharesAcquired");
+    row.shares = texts.Encode(shares, _IsZeroValue(shares), true, kPriceDecimals, r::kShares.width,
+                              where + "shares acquired");
 
+    const double exercisePrice = prices[0], atGrant = prices[1], atExercise = prices[2];
     if (Params.original) {
         if (section.amountCount == 2) {
             const double gains = RowAmount((atExercise - exercisePrice) * shares);
@@ -93,20 +131,17 @@ RA8BeSubmission::EncodedRow RA8BeSubmission::EncodeRow(int sectionIndex) {
         for (int i = 0; i < section.amountCount; ++i)
             row.values[static_cast<std::size_t>(i)] = Amount(query, RowColumn(section, section.AmountAt(i)).c_str());
     }
+    for (int i = 0; i < section.amountCount; ++i) {
+        const auto a = static_cast<std::size_t>(i);
+        row.amounts[a] = texts.Encode(row.values[a], _IsZeroValue(row.values[a]), true, 2, r::kAmounts[a].width,
+                                      where + RowColumn(section, section.AmountAt(i)));
+    }
     return row;
 }
 
 RA8BeSubmission::EncodedRecord RA8BeSubmission::EncodeRecord() {
     EncodedRecord record;
-    const auto encode = [&record](std::optional<std::string> text, const std::string& caption, double value,
-                                  int width) {
-        if (text) return *text;
-        record.tooLarge.push_back("Amount too large for the A8B record. " + caption + " of " + TwoPlaces(value) +
-                                  " does not fit in its " + std::to_string(width) + "-character field.");
-        return std::string();
-    };
-    const auto zeros = [](int width) { return std::string(static_cast<std::size_t>(width), '0'); };
-
+    FieldTexts texts(record.tooLarge);
     std::array<double, 4> grand{};  // not qualifying after, before; gains after, before
     for (const a8b::Section& section : a8b::kSections) {
         const auto s = static_cast<std::size_t>(section.Index());
@@ -114,35 +149,9 @@ RA8BeSubmission::EncodedRecord RA8BeSubmission::EncodeRecord() {
         std::array<double, 6> sums{};  // per amount: after, before
         int number = 0;
         for (query.First(); !query.IsEmpty() && !query.Eof(); query.Next()) {
-            EncodedRow row = EncodeRow(section.Index());
-            const std::string where = std::string("Section ") + section.letter + " record " + std::to_string(++number);
-            const double raw[3] = {Amount(query, "ExercisePriceStock"), Amount(query, "MktValueStockGrant"),
-                                   Amount(query, "MktValueExerciseStock")};
-            const char* priceNames[3] = {" exercise price", " value at grant", " value at exercise"};
-            for (std::size_t p = 0; p < 3; ++p) {
-                const double price = _Trunc(raw[p], kPriceDecimals);
-                // Section B's exercise price and every market value: a price
-                // below a cent's half is written as zero.
-                const bool zeroTest = p > 0 || section.letter == 'B';
-                row.prices[p] = zeroTest && _IsZeroValue(price)
-                                    ? zeros(r::kExercisePrice.width)
-                                    : encode(AmountField(price, true, false, kPriceDecimals, r::kExercisePrice.width),
-                                             where + priceNames[p], price, r::kExercisePrice.width);
-            }
-            const double shares = Amount(query, "SharesAcquired");
-            row.shares = _IsZeroValue(shares) ? zeros(r::kShares.width)
-                                              : encode(AmountField(shares, true, true, kPriceDecimals, r::kShares.width),
-                                                       where + " shares acquired", shares, r::kShares.width);
-            for (int i = 0; i < section.amountCount; ++i) {
-                const auto a = static_cast<std::size_t>(i);
-                const int width = r::kAmounts[a].width;
-                const double value = row.values[a];
-                row.amounts[a] = _IsZeroValue(value) ? zeros(width)
-                                                     : encode(AmountField(value, true, true, 2, width),
-                                                              where + " " + RowColumn(section, section.AmountAt(i)),
-                                                              value, width);
-                sums[a * 2 + (row.after ? 0 : 1)] += value;
-            }
+            EncodedRow row = EncodeRow(section.Index(), ++number, record.tooLarge);
+            for (int i = 0; i < section.amountCount; ++i)
+                sums[static_cast<std::size_t>(i * 2 + (row.after ? 0 : 1))] += row.values[static_cast<std::size_t>(i)];
             record.rows[s].push_back(std::move(row));
         }
 
@@ -153,9 +162,7 @@ RA8BeSubmission::EncodedRecord RA8BeSubmission::EncodeRecord() {
             const std::string column = a8b::TotalColumn(section, amount, t % 2 == 0);
             const double value = Params.original ? sums[i] : Amount(column.c_str());
             record.totalValues[s][i] = value;
-            record.totals[s][i] = value == 0.0 ? zeros(d::kSectionTotal.width)
-                                               : encode(AmountField(value, true, true, 2, d::kSectionTotal.width),
-                                                        column, value, d::kSectionTotal.width);
+            record.totals[s][i] = texts.Encode(value, value == 0.0, true, 2, d::kSectionTotal.width, column);
             if (amount == a8b::RowAmount::NotQualifying) grand[static_cast<std::size_t>(t % 2)] += value;
             if (amount == a8b::RowAmount::Gains) grand[static_cast<std::size_t>(2 + t % 2)] += value;
         }
@@ -164,9 +171,7 @@ RA8BeSubmission::EncodedRecord RA8BeSubmission::EncodeRecord() {
     for (std::size_t g = 0; g < grand.size(); ++g) {
         const double value = Params.original ? grand[g] : Amount(a8b::kGrandTotalColumns[g]);
         record.grandValues[g] = value;
-        record.grand[g] = value == 0.0 ? zeros(d::kGrandTotal.width)
-                                       : encode(AmountField(value, true, true, 2, d::kGrandTotal.width),
-                                                a8b::kGrandTotalColumns[g], value, d::kGrandTotal.width);
+        record.grand[g] = texts.Encode(value, value == 0.0, true, 2, d::kGrandTotal.width, a8b::kGrandTotalColumns[g]);
     }
     return record;
 }
@@ -179,11 +184,8 @@ int RA8BeSubmission::RecordLimitValidation() {
     const std::size_t before = ErrorList.size();
     if (!Params.original) {
         // An Original has had this finding from the section checks already.
-        for (const a8b::Section& section : a8b::kSections) {
-            if (StockOptQueries[static_cast<std::size_t>(section.Index())].RecordCount() > a8b::kRowsPerSection)
-                ErrorList.push_back(std::string("Invalid ") + section.title + ". Section " + section.letter +
-                                    " can only have a maximum of 15 records.");
-        }
+        for (const a8b::Section& section : a8b::kSections)
+            if (Overfull(section)) ErrorList.push_back(section.CountMessage());
     }
     const EncodedRecord record = EncodeRecord();
     ErrorList.insert(ErrorList.end(), record.tooLarge.begin(), record.tooLarge.end());
@@ -194,7 +196,7 @@ void RA8BeSubmission::PrepareA8BDetails() {
     if (!Params.check) return;
     const std::string taxNo = EmployeeTaxNo();
     for (const a8b::Section& section : a8b::kSections) {
-        if (StockOptQueries[static_cast<std::size_t>(section.Index())].RecordCount() > a8b::kRowsPerSection) {
+        if (Overfull(section)) {
             // Validation reports this before a file is made; should a record
             // still get here, it is left out and the file is refused.
             WriteAllMemo("Employee " + taxNo + " is not successfully processed: " + section.title +

@@ -80,7 +80,7 @@ void RA8BeSubmission::GenerateA8BSummaryTextFile(StringList& summary) {
     // IRAS matches S10(1)(b) with the gains from plans after the cut-off and
     // S10(1)(g) with the amount not qualifying for exemption before it.
     const auto money = [](const std::string& label, double total) {
-        return label + "$ " + (total == 0.0 ? std::string("0.00") : FormatThousandsAndCents(total));
+        return label + "$ " + FormatThousandsAndCents(total);  // "0.00" for none
     };
     const std::size_t grand = a8b::kGrandFileTotalOffset;
 

@@ -31,6 +31,10 @@ struct Section {
     const char* gainsRangeText;
     const char* gainsSignText;
 
+    // IRAS's finding for a section of more rows than its fifteen slots.
+    std::string CountMessage() const {
+        return std::string("Invalid ") + title + ". Section " + letter + " can only have a maximum of 15 records.";
+    }
     RecordBlock Rows() const { return detail::kSectionRows[Index()]; }
     RecordBlock Totals() const { return detail::kSectionTotals[Index()]; }
     int Index() const { return letter - 'A'; }

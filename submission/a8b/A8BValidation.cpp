@@ -72,9 +72,8 @@ int RA8BeSubmission::A8BDetailsValidation() {
 
     // A section holds fifteen rows; one with more gets only this finding.
     for (const a8b::Section& section : a8b::kSections) {
-        if (StockOptQueries[static_cast<std::size_t>(section.Index())].RecordCount() > a8b::kRowsPerSection) {
-            ErrorList.push_back(std::string("Invalid ") + section.title + ". Section " + section.letter +
-                                " can only have a maximum of 15 records.");
+        if (Overfull(section)) {
+            ErrorList.push_back(section.CountMessage());
             continue;
         }
         switch (section.letter) {

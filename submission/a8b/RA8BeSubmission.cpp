@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "submission/a8b/A8BLayout.h"
+#include "submission/a8b/A8BSections.h"
 
 namespace iras {
 
@@ -39,5 +39,9 @@ const JobTexts& RA8BeSubmission::Texts() const {
 }
 
 int RA8BeSubmission::RecordWidth() const { return a8b::kRecordWidth; }
+
+bool RA8BeSubmission::Overfull(const a8b::Section& section) const {
+    return StockOptQueries[static_cast<std::size_t>(section.Index())].RecordCount() > a8b::kRowsPerSection;
+}
 
 }  // namespace iras

@@ -18,6 +18,10 @@
 
 namespace iras {
 
+namespace a8b {
+struct Section;
+}
+
 class RA8BeSubmission : public RYESubmissionJob {
 public:
     static constexpr int kFileTotalCount = 26;
@@ -73,7 +77,10 @@ private:
     // Everything the detail record of the current employee prints, worked
     // out once for the record and for the check that it fits.
     EncodedRecord EncodeRecord();
-    EncodedRow EncodeRow(int section);
+    // The share-plan row `number` that a section query stands on.
+    EncodedRow EncodeRow(int section, int number, StringList& tooLarge);
+    // More rows in a section's query than the record has slots for.
+    bool Overfull(const a8b::Section& section) const;
     void SectionValidation(int section);
 
     std::string ViewEmployee = ViewName("YEEmployee");  // alias A of the employee query
