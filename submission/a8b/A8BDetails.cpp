@@ -214,15 +214,7 @@ void RA8BeSubmission::PrepareA8BDetails() {
 
     BStringOutput& out = *Output;
     out.SetNew();
-    Put(out, d::kRecordType, "1");
-    if (YEKeywordRecLocate(Text("PayeeIDType"))) {
-        Put(out, d::kIdType, _CStrToInt(KeywordProperty("YEProperty3")));
-    } else {
-        Put(out, d::kIdType, "");
-    }
-    Put(out, d::kIdNo, taxNo);
-    Put(out, d::kName1, Text("EEName1"));
-    Put(out, d::kName2, Text("EEName2"));
+    PutEmployeeDetailFields();
     Put(out, d::kNationality, Text("IRASNationalityCode"));
     Put(out, d::kGender, Text("Gender"));
     Put(out, d::kDateOfBirth, DateOf("DOB"));

@@ -249,6 +249,22 @@ void RYESubmissionJob::PutEmployerHeaderFields() {
     Put(out, h::kBatchDate, _GetDBServerCurrentDate());
 }
 
+void RYESubmissionJob::PutEmployeeDetailFields() {
+    namespace d = employee_detail;
+    BStringOutput& out = *Output;
+    Put(out, d::kRecordType, "1");
+    // An id type that locates no keyword (possible in an unchecked
+    // Amendment) is left blank rather than borrowing another row's code.
+    if (YEKeywordRecLocate(Text("PayeeIDType"))) {
+        Put(out, d::kIdType, _CStrToInt(KeywordProperty("YEProperty3")));
+    } else {
+        Put(out, d::kIdType, "");
+    }
+    Put(out, d::kIdNo, Text("TaxNo"));
+    Put(out, d::kName1, Text("EEName1"));
+    Put(out, d::kName2, Text("EEName2"));
+}
+
 void RYESubmissionJob::AppendSummaryBanner(StringList& summary, const std::string& title) {
     const std::string stars(48, '*');
     for (const std::string& line : {stars, std::string(), title, std::string(), stars, std::string()}) {

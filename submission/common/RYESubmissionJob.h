@@ -203,6 +203,10 @@ protected:
     // writes alike, organisation id number to batch date (positions 10-230):
     // the employer row's texts, "O" or "A", the database server's date.
     void PutEmployerHeaderFields();
+    // The detail record's opening that every return writes alike (positions
+    // 1-94): record type "1", the IRAS code of the employee's id type, id
+    // number and the two name lines of MainQuery's row.
+    void PutEmployeeDetailFields();
     // The opening of every summary file: 48 "*", "", title, "", 48 "*", "".
     static void AppendSummaryBanner(StringList& summary, const std::string& title);
 
