@@ -22,8 +22,7 @@ inline constexpr int kRecordWidth = 9300;
 inline constexpr int kRowsPerSection = 15;
 
 namespace header {
-// Positions 1-230, the same in every return.
-using namespace employer_header;
+using namespace employer_header;  // positions 1-230, as in every return
 inline constexpr RecordField kIncorporation{231, 8, FieldKind::Date};
 inline constexpr RecordField kDivisionBranch{239, 30, FieldKind::Text};
 inline constexpr RecordField kFileType{269, 10, FieldKind::Text};
@@ -31,8 +30,7 @@ inline constexpr RecordField kFiller{279, 9022, FieldKind::Text};
 }  // namespace header
 
 namespace detail {
-// Positions 1-94, the same in every return.
-using namespace employee_detail;
+using namespace employee_detail;  // positions 1-94, as in every return
 inline constexpr RecordField kNationality{95, 3, FieldKind::Text};
 inline constexpr RecordField kGender{98, 1, FieldKind::Text};
 inline constexpr RecordField kDateOfBirth{99, 8, FieldKind::Date};
@@ -85,8 +83,7 @@ inline constexpr RecordField kFiller9252{9252, 50, FieldKind::Text};  // declare
 }  // namespace detail
 
 namespace trailer {
-inline constexpr RecordField kRecordType{1, 1, FieldKind::Text};
-inline constexpr RecordField kRecordCount{2, 6, FieldKind::Integer};
+using namespace trailer_count;  // positions 1-7, as in every trailer
 // The 26 file totals, 14 wide each, in the order of the detail totals:
 // Section A's four, B's, C's and D's six, the four grand totals.
 inline constexpr RecordBlock kTotals{8, 14, 26};

@@ -1,8 +1,9 @@
 // The fields that the records of every return share: the header's first 230
 // positions (record type, source, basis year, payment type, who the employer
-// is and who signs for it, the batch) and the detail record's first 94 (record
-// type and who the employee is). What follows differs from return to return
-// and stays in each return's own layout.
+// is and who signs for it, the batch), the detail record's first 94 (record
+// type and who the employee is) and the trailer's first 7 (record type and
+// count). What follows differs from return to return and stays in each
+// return's own layout.
 #pragma once
 
 #include "submission/common/RecordLayout.h"
@@ -34,3 +35,10 @@ inline constexpr RecordField kName1{15, 40, FieldKind::Text};
 inline constexpr RecordField kName2{55, 40, FieldKind::Text};
 
 }  // namespace iras::employee_detail
+
+namespace iras::trailer_count {
+
+inline constexpr RecordField kRecordType{1, 1, FieldKind::Text};
+inline constexpr RecordField kRecordCount{2, 6, FieldKind::Integer};
+
+}  // namespace iras::trailer_count

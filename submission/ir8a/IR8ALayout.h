@@ -89,8 +89,8 @@ inline constexpr RecordField kFiller1151{1151, 50, FieldKind::Text};
 }  // namespace detail
 
 namespace trailer {
-inline constexpr RecordField kRecordType{1, 1, FieldKind::Text};
-inline constexpr RecordField kRecordCount{2, 6, FieldKind::Integer};
+// Positions 1-7, the same in every return with a trailer.
+using namespace trailer_count;
 // The twelve totals, 12 wide each from position 8, written as text ("0" or
 // the unpadded encoded total).
 inline constexpr RecordBlock kTotals{8, 12, 12};
