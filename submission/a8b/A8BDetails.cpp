@@ -240,8 +240,9 @@ void RA8BeSubmission::PrepareA8BDetails() {
                 for (int i = 0; i < section.amountCount; ++i)
                     Put(out, at(r::kAmounts[static_cast<std::size_t>(i)]), row.amounts[static_cast<std::size_t>(i)]);
             } else {
-                // A blank slot: its shares are the one character "0", unlike
-                // its prices, as IRAS's own files have them.
+                // A blank slot: blanks, zero prices and amounts, and its
+                // shares as the one character "0" in a blank field, unlike
+                // its prices: an empty slot keeps this form on purpose.
                 for (RecordField field : {r::kCompanyIdType, r::kRcbNo, r::kCompanyName, r::kPlanType,
                                           AsText(r::kDateGranted), AsText(r::kDateExercised)})
                     Put(out, at(field), "");
