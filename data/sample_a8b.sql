@@ -46,3 +46,37 @@ INSERT INTO A8BRecord (PersonalSysId, YEYear, A8BRecordSysId, StockOptionType, C
                        SharesAcquired, NoTaxExempt, StockGains) VALUES
 (4001, 2024, 1, 'ESOP', 'CompanyROC', '199512345D', 'Blank Page Services Pte Ltd', 'ESOP', '2019-07-01', '2024-05-02',
  1.00, 1.50, 1000, 500.00, 500.00);
+
+-- IR8AYA2025: a second employee with plans in all four sections, all granted
+-- after 2003 (E exercise price, G value at grant, X value at exercise, N shares).
+--   1009 Goh Siew Lan:
+--     A: ESOP 2022, (1.45 - 1.10) x 2000 = 700.00;
+--     B: ESOP 2016, exempt (1.95 - 1.20) x 4000 = 3000.00, not qualifying
+--        (1.20 - 0.80) x 4000 = 1600.00, gains 4600.00, exercised in 2023;
+--     C: ESOW 2019, exempt (2.60 - 2.10) x 1000 = 500.00, not qualifying
+--        (2.10 - 0) x 1000 = 2100.00, gains 2600.00;
+--     D: ESOP 2012 of a start-up incorporated 1 February 2010, exempt
+--        (0.65 - 0.20) x 20000 = 9000.00, not qualifying (0.20 - 0.05) x 20000
+--        = 3000.00, gains 12000.00;
+--     all gains 700 + 4600 + 2600 + 12000 = 19900.00, which her IR8A reports
+--     as gains from plans after 2003.
+INSERT INTO A8BRecord (PersonalSysId, YEYear, A8BRecordSysId, StockOptionType, CompanyIDType, RCBNo, CompanyName,
+                       TypePlanGranted, DateStockGranted, DateExerciseStock, ExercisePriceStock, MktValueStockGrant,
+                       MktValueExerciseStock, SharesAcquired, EESOPTaxExempt, CSOPTaxExempt, NSOPTaxExempt,
+                       NoTaxExempt, StockGains, DateIncorporation) VALUES
+(1009, 2024, 1, 'ESOP', 'CompanyROC', '201912345K', 'Lion City Precision Engineering Pte Ltd',
+ 'ESOP', '2022-03-01', '2024-03-05', 1.10, 0, 1.45, 2000, 0, 0, 0, 700.00, 700.00, '1899-12-30'),
+(1009, 2024, 2, 'EESOP', 'CompanyUENO', '201533321W', 'Harbourfront Analytics Pte Ltd',
+ 'ESOP', '2016-04-01', '2023-11-20', 0.80, 1.20, 1.95, 4000, 3000.00, 0, 0, 1600.00, 4600.00, '1899-12-30'),
+(1009, 2024, 3, 'CSOP', 'CompanyROC', '201912345K', 'Lion City Precision Engineering Pte Ltd',
+ 'ESOW', '2019-09-02', '2024-06-14', 0, 2.10, 2.60, 1000, 0, 500.00, 0, 2100.00, 2600.00, '1899-12-30'),
+(1009, 2024, 4, 'NSOP', 'CompanyROC', '201003456R', 'Kopi Robotics Pte Ltd',
+ 'ESOP', '2012-01-16', '2024-09-02', 0.05, 0.20, 0.65, 20000, 0, 0, 9000.00, 3000.00, 12000.00, '2010-02-01');
+INSERT INTO A8B (PersonalSysId, YEYear,
+                 TotalESOPNoTaxExempt, TotalESOPStockGains,
+                 TotalEESOPTaxExempt, TotalEESOPNoTaxExempt, TotalEESOPStockGains,
+                 TotalCSOPTaxExempt, TotalCSOPNoTaxExempt, TotalCSOPStockGains,
+                 TotalNSOPTaxExempt, TotalNSOPNoTaxExempt, TotalNSOPStockGains, GrandTotalStockGains) VALUES
+(1009, 2024, 700.00, 700.00, 3000.00, 1600.00, 4600.00, 500.00, 2100.00, 2600.00, 9000.00, 3000.00, 12000.00,
+ 19900.00);
+UPDATE IR8A SET TotalStockGainsAfter = 19900.00 WHERE PersonalSysId = 1009 AND YEYear = 2024 AND IR8AType = 'CurIR8A';

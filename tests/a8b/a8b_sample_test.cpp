@@ -39,13 +39,14 @@ protected:
 TEST_F(A8BSample, OriginalThenAnAmendmentOfTwoChangedEmployees) {
     params.actualRun = true;
     const auto original = Run();
-    // Lim Wei Jie, Tan Boon Huat and David Fernandez, by name.
-    ASSERT_EQ(original.size(), 5u);
-    EXPECT_EQ(Span(original[1], 3, 11) + Span(original[2], 3, 11) + Span(original[3], 3, 11),
-              "F7654321Q" "S8012345J" "S6912345G");
+    // David Fernandez, Goh Siew Lan, Lim Wei Jie and Tan Boon Huat, by name.
+    ASSERT_EQ(original.size(), 6u);
+    EXPECT_EQ(Span(original[1], 3, 11) + Span(original[2], 3, 11) + Span(original[3], 3, 11) +
+                  Span(original[4], 3, 11),
+              "F7654321Q" "S8123987H" "S8012345J" "S6912345G");
     // Not qualifying before the cut-off (3000 + 1500 + 600) + 1500 = 6600.00;
-    // gains after it 2450 + (3100 + 2500 + 8000) + 1100 = 17150.00.
-    EXPECT_EQ(Span(original[4], 2, 7) + Span(original[4], 330, 357), "000003" "0000000066000{" "0000000171500{");
+    // gains after it 1100 + 19900 + 2450 + (3100 + 2500 + 8000) = 37050.00.
+    EXPECT_EQ(Span(original[5], 2, 7) + Span(original[5], 330, 357), "000004" "0000000066000{" "0000000370500{");
 
     // After the submission Lim's shares were worth 2.28, not 2.18 (gains +250),
     // and David's 2002 plan gave 3500 shares, not 3000 (+250, before 2003).
