@@ -22,7 +22,7 @@ inline constexpr int kRecordWidth = 9300;
 inline constexpr int kRowsPerSection = 15;
 
 namespace header {
-using namespace employer_header;  // positions 1-230, as in every return
+using namespace employer_header;  // positions 1-230, as in IR8A
 inline constexpr RecordField kIncorporation{231, 8, FieldKind::Date};
 inline constexpr RecordField kDivisionBranch{239, 30, FieldKind::Text};
 inline constexpr RecordField kFileType{269, 10, FieldKind::Text};

@@ -199,9 +199,10 @@ protected:
     // The employer rules every return checks before an Original file. Clears
     // ErrorList; nonzero when no rule failed.
     int ValidateEmployerHeader(const EmployerHeaderRules& rules);
-    // The header fields of the employer and the batch that every return
-    // writes alike, organisation id number to batch date (positions 10-230):
-    // the employer row's texts, "O" or "A", the database server's date.
+    // The header fields of the employer and the batch, organisation id number
+    // to batch date (positions 10-230 of the returns with a payment type,
+    // IR8A and Appendix 8B): the employer row's texts, "O" or "A", the
+    // database server's date.
     void PutEmployerHeaderFields();
     // The detail record's opening that every return writes alike (positions
     // 1-94): record type "1", the IRAS code of the employee's id type, id

@@ -1,9 +1,11 @@
-// The fields that the records of every return share: the header's first 230
-// positions (record type, source, basis year, payment type, who the employer
-// is and who signs for it, the batch), the detail record's first 94 (record
-// type and who the employee is) and the trailer's first 7 (record type and
-// count). What follows differs from return to return and stays in each
-// return's own layout.
+// Fields that the records of several returns share at the same positions:
+// the detail record's first 94 (record type and who the employee is) in
+// every return; the header's first 230 (record type, source, basis year,
+// payment type, who the employer is and who signs for it, the batch) in the
+// returns whose header carries a payment type (IR8A, Appendix 8B); the
+// trailer's first 7 (record type and count) in the returns with a trailer.
+// What follows differs from return to return and stays in each return's own
+// layout.
 #pragma once
 
 #include "submission/common/RecordLayout.h"

@@ -12,7 +12,7 @@ namespace iras::ir8a {
 inline constexpr int kRecordWidth = 1200;
 
 namespace header {
-// Positions 1-230, the same in every return.
+// Positions 1-230, the same in every return with a payment type.
 using namespace employer_header;
 inline constexpr RecordField kDivisionBranch{231, 30, FieldKind::Text};
 inline constexpr RecordField kFormName{261, 10, FieldKind::Text};
