@@ -13,6 +13,7 @@
 #include "platform/common/Date.h"
 #include "platform/common/Text.h"
 #include "platform/host/HostFunctions.h"
+#include "submission/common/SharedRecordFields.h"
 
 namespace iras {
 
@@ -272,6 +273,36 @@ void RYESubmissionJob::PutEmployerHeader(const EmployerHeaderFields& fields, con
     Put(out, fields.divisionBranch, EmployerText("DivisionBranch"));
     Put(out, fields.formName, formName);
     Put(out, fields.filler, "");
+}
+
+void RYESubmissionJob::PutEmployerHeaderFields() {
+    namespace h = employer_header;
+    BStringOutput& out = *Output;
+    Put(out, h::kOrganisationIdNo, EmployerText("TaxRefNo"));
+    Put(out, h::kAuthorisedName, EmployerText("AuthorisedName"));
+    Put(out, h::kAuthorisedDesignation, EmployerText("Designation"));
+    Put(out, h::kEmployerName, EmployerText("EmployerName"));
+    Put(out, h::kTelephone, EmployerText("TelephoneNo"));
+    Put(out, h::kEmail, EmployerText("EmailAddress"));
+    Put(out, h::kBatchIndicator, Params.original ? "O" : "A");
+    // The batch date is the database server's, not the workstation's.
+    Put(out, h::kBatchDate, _GetDBServerCurrentDate());
+}
+
+void RYESubmissionJob::PutEmployeeDetailFields() {
+    namespace d = employee_detail;
+    BStringOutput& out = *Output;
+    Put(out, d::kRecordType, "1");
+    // An id type that locates no keyword (possible in an unchecked
+    // Amendment) is left blank rather than borrowing another row's code.
+    if (YEKeywordRecLocate(Text("PayeeIDType"))) {
+        Put(out, d::kIdType, _CStrToInt(KeywordProperty("YEProperty3")));
+    } else {
+        Put(out, d::kIdType, "");
+    }
+    Put(out, d::kIdNo, Text("TaxNo"));
+    Put(out, d::kName1, Text("EEName1"));
+    Put(out, d::kName2, Text("EEName2"));
 }
 
 void RYESubmissionJob::AppendSummaryBanner(StringList& summary, const std::string& title) {
