@@ -261,6 +261,14 @@ void RYESubmissionJob::PutEmployerHeader(const EmployerHeaderFields& fields, con
     } else {
         Put(out, fields.organisationIdType, "");
     }
+    PutEmployerTexts(fields);
+    Put(out, fields.divisionBranch, EmployerText("DivisionBranch"));
+    Put(out, fields.formName, formName);
+    Put(out, fields.filler, "");
+}
+
+void RYESubmissionJob::PutEmployerTexts(const EmployerHeaderFields& fields) {
+    BStringOutput& out = *Output;
     Put(out, fields.organisationIdNo, EmployerText("TaxRefNo"));
     Put(out, fields.authorisedName, EmployerText("AuthorisedName"));
     Put(out, fields.authorisedDesignation, EmployerText("Designation"));
@@ -268,25 +276,28 @@ void RYESubmissionJob::PutEmployerHeader(const EmployerHeaderFields& fields, con
     Put(out, fields.telephone, EmployerText("TelephoneNo"));
     Put(out, fields.email, EmployerText("EmailAddress"));
     Put(out, fields.batchIndicator, Params.original ? "O" : "A");
-    // The file date is the database server's, not the workstation's.
+    // The batch date is the database server's, not the workstation's.
     Put(out, fields.batchDate, _GetDBServerCurrentDate());
-    Put(out, fields.divisionBranch, EmployerText("DivisionBranch"));
-    Put(out, fields.formName, formName);
-    Put(out, fields.filler, "");
 }
 
 void RYESubmissionJob::PutEmployerHeaderFields() {
     namespace h = employer_header;
-    BStringOutput& out = *Output;
-    Put(out, h::kOrganisationIdNo, EmployerText("TaxRefNo"));
-    Put(out, h::kAuthorisedName, EmployerText("AuthorisedName"));
-    Put(out, h::kAuthorisedDesignation, EmployerText("Designation"));
-    Put(out, h::kEmployerName, EmployerText("EmployerName"));
-    Put(out, h::kTelephone, EmployerText("TelephoneNo"));
-    Put(out, h::kEmail, EmployerText("EmailAddress"));
-    Put(out, h::kBatchIndicator, Params.original ? "O" : "A");
-    // The batch date is the database server's, not the workstation's.
-    Put(out, h::kBatchDate, _GetDBServerCurrentDate());
+    // Only the texts' fields are read; the others stay empty.
+    PutEmployerTexts({.recordType = {},
+                      .source = {},
+                      .basisYear = {},
+                      .organisationIdType = {},
+                      .organisationIdNo = h::kOrganisationIdNo,
+                      .authorisedName = h::kAuthorisedName,
+                      .authorisedDesignation = h::kAuthorisedDesignation,
+                      .employerName = h::kEmployerName,
+                      .telephone = h::kTelephone,
+                      .email = h::kEmail,
+                      .batchIndicator = h::kBatchIndicator,
+                      .batchDate = h::kBatchDate,
+                      .divisionBranch = {},
+                      .formName = {},
+                      .filler = {}});
 }
 
 void RYESubmissionJob::PutEmployeeDetailFields() {

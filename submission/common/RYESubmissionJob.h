@@ -224,6 +224,9 @@ protected:
     // IR8A and Appendix 8B): the employer row's texts, "O" or "A", the
     // database server's date.
     void PutEmployerHeaderFields();
+    // The employer's texts and the batch of a header: organisation id number
+    // to batch date, at the fields' positions.
+    void PutEmployerTexts(const EmployerHeaderFields& fields);
     // The detail record's opening that every return writes alike (positions
     // 1-94): record type "1", the IRAS code of the employee's id type, id
     // number and the two name lines of MainQuery's row.
