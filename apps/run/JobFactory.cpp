@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "submission/a8a/RA8AeSubmission.h"
+#include "submission/a8b/RA8BeSubmission.h"
 #include "submission/ir8a/RIR8AeSubmission.h"
 #include "submission/ir8s/RIR8SeSubmission.h"
 
@@ -45,7 +46,10 @@ const std::array<JobMaker, 5>& Makers() {
             return std::make_unique<RA8AeSubmission>(setup.session, setup.params, setup.runFolder,
                                                      setup.copyFolder);
         },
-        JobMaker{},  // Appendix 8B
+        [](const JobSetup& setup) -> std::unique_ptr<RSubmissionJob> {
+            return std::make_unique<RA8BeSubmission>(setup.session, setup.params, setup.runFolder,
+                                                     setup.copyFolder);
+        },
     };
     return makers;
 }

@@ -15,23 +15,7 @@ inline constexpr int kHeaderWidth = 800;
 
 // The header: the employer's fields of every return, at the appendix's
 // positions; the form name "A8A" at 259.
-inline constexpr EmployerHeaderFields kHeader{
-    .recordType = {1, 1, FieldKind::Text},
-    .source = {2, 1, FieldKind::Text},
-    .basisYear = {3, 4, FieldKind::Text},
-    .organisationIdType = {7, 1, FieldKind::Text},
-    .organisationIdNo = {8, 12, FieldKind::Text},
-    .authorisedName = {20, 30, FieldKind::Text},
-    .authorisedDesignation = {50, 30, FieldKind::Text},
-    .employerName = {80, 60, FieldKind::Text},
-    .telephone = {140, 20, FieldKind::Text},
-    .email = {160, 60, FieldKind::Text},
-    .batchIndicator = {220, 1, FieldKind::Text},
-    .batchDate = {221, 8, FieldKind::Date},
-    .divisionBranch = {229, 30, FieldKind::Text},
-    .formName = {259, 10, FieldKind::Text},
-    .filler = {269, 532, FieldKind::Text},
-};
+inline constexpr EmployerHeaderFields kHeader = HeaderWithoutPaymentType(kHeaderWidth);
 
 // The detail record, one row per field in record order.
 struct DetailFields {

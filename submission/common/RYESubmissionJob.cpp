@@ -14,6 +14,7 @@
 #include "platform/common/Date.h"
 #include "platform/common/Text.h"
 #include "platform/host/HostFunctions.h"
+#include "submission/common/SharedRecordFields.h"
 
 namespace iras {
 
@@ -333,6 +334,14 @@ void RYESubmissionJob::PutEmployerHeader(const EmployerHeaderFields& fields, con
     } else {
         Put(out, fields.organisationIdType, "");
     }
+    PutEmployerTexts(fields);
+    Put(out, fields.divisionBranch, EmployerText("DivisionBranch"));
+    Put(out, fields.formName, formName);
+    Put(out, fields.filler, "");
+}
+
+void RYESubmissionJob::PutEmployerTexts(const EmployerHeaderFields& fields) {
+    BStringOutput& out = *Output;
     Put(out, fields.organisationIdNo, EmployerText("TaxRefNo"));
     Put(out, fields.authorisedName, EmployerText("AuthorisedName"));
     Put(out, fields.authorisedDesignation, EmployerText("Designation"));
@@ -340,11 +349,44 @@ void RYESubmissionJob::PutEmployerHeader(const EmployerHeaderFields& fields, con
     Put(out, fields.telephone, EmployerText("TelephoneNo"));
     Put(out, fields.email, EmployerText("EmailAddress"));
     Put(out, fields.batchIndicator, Params.original ? "O" : "A");
-    // The file date is the database server's, not the workstation's.
+    // The batch date is the database server's, not the workstation's.
     Put(out, fields.batchDate, _GetDBServerCurrentDate());
-    Put(out, fields.divisionBranch, EmployerText("DivisionBranch"));
-    Put(out, fields.formName, formName);
-    Put(out, fields.filler, "");
+}
+
+void RYESubmissionJob::PutEmployerHeaderFields() {
+    namespace h = employer_header;
+    // Only the texts' fields are read; the others stay empty.
+    PutEmployerTexts({.recordType = {},
+                      .source = {},
+                      .basisYear = {},
+                      .organisationIdType = {},
+                      .organisationIdNo = h::kOrganisationIdNo,
+                      .authorisedName = h::kAuthorisedName,
+                      .authorisedDesignation = h::kAuthorisedDesignation,
+                      .employerName = h::kEmployerName,
+                      .telephone = h::kTelephone,
+                      .email = h::kEmail,
+                      .batchIndicator = h::kBatchIndicator,
+                      .batchDate = h::kBatchDate,
+                      .divisionBranch = {},
+                      .formName = {},
+                      .filler = {}});
+}
+
+void RYESubmissionJob::PutEmployeeDetailFields() {
+    namespace d = employee_detail;
+    BStringOutput& out = *Output;
+    Put(out, d::kRecordType, "1");
+    // An id type that locates no keyword (possible in an unchecked
+    // Amendment) is left blank rather than borrowing another row's code.
+    if (YEKeywordRecLocate(Text("PayeeIDType"))) {
+        Put(out, d::kIdType, _CStrToInt(KeywordProperty("YEProperty3")));
+    } else {
+        Put(out, d::kIdType, "");
+    }
+    Put(out, d::kIdNo, Text("TaxNo"));
+    Put(out, d::kName1, Text("EEName1"));
+    Put(out, d::kName2, Text("EEName2"));
 }
 
 void RYESubmissionJob::AppendSummaryBanner(StringList& summary, const std::string& title) {

@@ -92,15 +92,6 @@ struct EmployerHeaderRules {
     bool blankLinesAroundHeadings = false;
 };
 
-// Where a return's header record holds the employer's fields. The header
-// records of the returns carry the same fields, each return at its own
-// positions (IR8A adds a payment type after the basis year).
-struct EmployerHeaderFields {
-    RecordField recordType, source, basisYear, organisationIdType, organisationIdNo, authorisedName,
-        authorisedDesignation, employerName, telephone, email, batchIndicator, batchDate, divisionBranch,
-        formName, filler;
-};
-
 class RYESubmissionJob : public RSubmissionJob {
 public:
     RYESubmissionJob(BQueryViewTable* context, IRASSubmissionParameters params,
@@ -248,6 +239,18 @@ protected:
     // database server's date, division, formName and a blank filler. A code
     // without a keyword row (an unchecked Amendment) leaves its position blank.
     void PutEmployerHeader(const EmployerHeaderFields& fields, const std::string& formName);
+    // The header fields of the employer and the batch, organisation id number
+    // to batch date (positions 10-230 of the returns with a payment type,
+    // IR8A and Appendix 8B): the employer row's texts, "O" or "A", the
+    // database server's date.
+    void PutEmployerHeaderFields();
+    // The employer's texts and the batch of a header: organisation id number
+    // to batch date, at the fields' positions.
+    void PutEmployerTexts(const EmployerHeaderFields& fields);
+    // The detail record's opening that every return writes alike (positions
+    // 1-94): record type "1", the IRAS code of the employee's id type, id
+    // number and the two name lines of MainQuery's row.
+    void PutEmployeeDetailFields();
     // The opening of every summary file: 48 "*", "", title, "", 48 "*", "".
     static void AppendSummaryBanner(StringList& summary, const std::string& title);
 

@@ -51,6 +51,38 @@ struct RecordBlock {
     constexpr int Last() const { return start + count * length - 1; }
 };
 
+// Where a return's header record holds the employer's fields. The header
+// records of the returns carry the same fields, each return at its own
+// positions (IR8A adds a payment type after the basis year).
+struct EmployerHeaderFields {
+    RecordField recordType, source, basisYear, organisationIdType, organisationIdNo, authorisedName,
+        authorisedDesignation, employerName, telephone, email, batchIndicator, batchDate, divisionBranch,
+        formName, filler;
+};
+
+// The header of the returns without a payment type (IR8S, Appendix 8A): the
+// employer's fields from position 2, the form name at 259 and a blank filler
+// to the end of a header recordWidth long.
+constexpr EmployerHeaderFields HeaderWithoutPaymentType(int recordWidth) {
+    return {
+        .recordType = {1, 1, FieldKind::Text},
+        .source = {2, 1, FieldKind::Text},
+        .basisYear = {3, 4, FieldKind::Text},
+        .organisationIdType = {7, 1, FieldKind::Text},
+        .organisationIdNo = {8, 12, FieldKind::Text},
+        .authorisedName = {20, 30, FieldKind::Text},
+        .authorisedDesignation = {50, 30, FieldKind::Text},
+        .employerName = {80, 60, FieldKind::Text},
+        .telephone = {140, 20, FieldKind::Text},
+        .email = {160, 60, FieldKind::Text},
+        .batchIndicator = {220, 1, FieldKind::Text},
+        .batchDate = {221, 8, FieldKind::Date},
+        .divisionBranch = {229, 30, FieldKind::Text},
+        .formName = {259, 10, FieldKind::Text},
+        .filler = {269, recordWidth - 268, FieldKind::Text},
+    };
+}
+
 // The builder flag of a kind.
 int FlagOf(FieldKind kind);
 

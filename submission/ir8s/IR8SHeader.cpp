@@ -8,25 +8,6 @@
 
 namespace iras {
 
-namespace {
-
-namespace h = ir8s::header;
-
-struct EmployerColumn {
-    RecordField field;
-    const char* column;  // of the employer row, trimmed
-};
-
-// The employer's own texts in the header, in record order.
-constexpr EmployerColumn kEmployerTexts[] = {
-    {h::kOrganisationIdNo, "TaxRefNo"},    {h::kAuthorisedName, "AuthorisedName"},
-    {h::kAuthorisedDesignation, "Designation"}, {h::kEmployerName, "EmployerName"},
-    {h::kTelephone, "TelephoneNo"},        {h::kEmail, "EmailAddress"},
-    {h::kDivisionBranch, "DivisionBranch"},
-};
-
-}  // namespace
-
 bool RIR8SeSubmission::IR8SHeaderValidation() {
     static const EmployerHeaderRules ir8sEmployerRules{
         .bannerTitle = "             IR8S HEADER VALIDATION             ",
@@ -50,22 +31,7 @@ bool RIR8SeSubmission::PrepareIR8SHeader() {
     }
     if (!Params.check) return true;
 
-    BStringOutput& out = *Output;
-    Put(out, h::kRecordType, "0");
-    // A code that locates no keyword leaves its field blank.
-    if (YEKeywordRecLocate(EmployerText("EmployerSource"))) {
-        Put(out, h::kSource, _CStrToInt(KeywordProperty("YEProperty3")));
-    }
-    Put(out, h::kBasisYear, BasisYear);
-    if (YEKeywordRecLocate(EmployerText("PayerID"))) {
-        Put(out, h::kOrganisationIdType, KeywordProperty("YEProperty1"));
-    }
-    for (const EmployerColumn& text : kEmployerTexts) Put(out, text.field, EmployerText(text.column));
-    Put(out, h::kBatchIndicator, Params.original ? "O" : "A");
-    // The batch date is the database server's, not the workstation's.
-    Put(out, h::kBatchDate, _GetDBServerCurrentDate());
-    Put(out, h::kFormType, "IR8S");
-    Put(out, h::kFiller, "");
+    PutEmployerHeader(ir8s::kHeader, "IR8S");
     return true;
 }
 

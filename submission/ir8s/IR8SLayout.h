@@ -17,25 +17,9 @@ namespace iras::ir8s {
 // payments is longer (see AfterSectionB).
 inline constexpr int kRecordWidth = 1200;
 
-namespace header {
-inline constexpr RecordField kRecordType{1, 1, FieldKind::Text};
-inline constexpr RecordField kSource{2, 1, FieldKind::Text};
-inline constexpr RecordField kBasisYear{3, 4, FieldKind::Text};
-// The organisation as IRAS knows it, and the person who answers for the file.
-inline constexpr RecordField kOrganisationIdType{7, 1, FieldKind::Text};
-inline constexpr RecordField kOrganisationIdNo{8, 12, FieldKind::Text};
-inline constexpr RecordField kAuthorisedName{20, 30, FieldKind::Text};
-inline constexpr RecordField kAuthorisedDesignation{50, 30, FieldKind::Text};
-inline constexpr RecordField kEmployerName{80, 60, FieldKind::Text};
-inline constexpr RecordField kTelephone{140, 20, FieldKind::Text};
-inline constexpr RecordField kEmail{160, 60, FieldKind::Text};
-// The batch: Original or Amendment, made on the database server's date.
-inline constexpr RecordField kBatchIndicator{220, 1, FieldKind::Text};
-inline constexpr RecordField kBatchDate{221, 8, FieldKind::Date};
-inline constexpr RecordField kDivisionBranch{229, 30, FieldKind::Text};
-inline constexpr RecordField kFormType{259, 10, FieldKind::Text};
-inline constexpr RecordField kFiller{269, 932, FieldKind::Text};
-}  // namespace header
+// The header: the employer's fields of every return, at IR8S's positions;
+// the form name "IR8S" at 259.
+inline constexpr EmployerHeaderFields kHeader = HeaderWithoutPaymentType(kRecordWidth);
 
 namespace detail {
 inline constexpr RecordField kRecordType{1, 1, FieldKind::Text};

@@ -6,13 +6,13 @@
 namespace iras::testing {
 namespace {
 
-namespace h = ir8s::header;
 namespace d = ir8s::detail;
 
 TEST(IR8SLayout, HeaderFieldsTileTheRecord) {
-    ExpectFieldsTile({h::kRecordType, h::kSource, h::kBasisYear, h::kOrganisationIdType, h::kOrganisationIdNo,
-                      h::kAuthorisedName, h::kAuthorisedDesignation, h::kEmployerName, h::kTelephone, h::kEmail,
-                      h::kBatchIndicator, h::kBatchDate, h::kDivisionBranch, h::kFormType, h::kFiller},
+    const EmployerHeaderFields& h = ir8s::kHeader;
+    ExpectFieldsTile({h.recordType, h.source, h.basisYear, h.organisationIdType, h.organisationIdNo,
+                      h.authorisedName, h.authorisedDesignation, h.employerName, h.telephone, h.email,
+                      h.batchIndicator, h.batchDate, h.divisionBranch, h.formName, h.filler},
                      1, ir8s::kRecordWidth);
 }
 
