@@ -122,7 +122,8 @@ double RYESubmissionJob::Amount(db::Query& query, const char* column) {
 }
 
 void RYESubmissionJob::AddAmountFinding(const std::string& column, const std::string& value, bool null) {
-    std::string finding = "Employee " + EmployeeTaxNo() + " (Employee ID " + EmployeeId() + "): " + column;
+    const std::string taxNo = EmployeeTaxNo();
+    std::string finding = "Employee " + (taxNo.empty() ? "" : taxNo + " ") + "(Employee ID " + EmployeeId() + "): " + column;
     finding += null ? " is empty (NULL) where the return needs an amount."
                     : " holds \"" + value + "\", which is not an amount.";
     for (const std::string& line : AmountFindings) {
