@@ -23,6 +23,7 @@
 #include "apps/run/CommandLine.h"
 #include "apps/run/RunController.h"
 #include "platform/ais/AisFileChecker.h"
+#include "platform/database/PostgresConnection.h"
 #include "platform/database/Query.h"
 #include "platform/database/Schema.h"
 #include "platform/host/BQueryViewTable.h"
@@ -206,6 +207,11 @@ int ExitStatusOf(RunOutcome outcome) {
 
 int InitDatabase(const ToolOptions& options, Terminal& terminal) {
     db::CreateDatabase(options.databaseFile, options.sample);
+    if (db::IsPostgresUri(options.databaseFile)) {
+        terminal.Err("Created the payroll tables in " + db::PostgresServerName(options.databaseFile) +
+                     (options.sample ? " with the sample data." : "."));
+        return kExitSuccess;
+    }
     terminal.Err("Created the database " + fs::absolute(options.databaseFile).string() +
                  (options.sample ? " with the sample data." : "."));
     return kExitSuccess;
@@ -326,13 +332,14 @@ std::string FolderProblem(const fs::path& folder) {
 }
 
 int RunCommand(const ToolOptions& options, Terminal& terminal) {
-    if (!fs::exists(options.database)) {
+    const bool server = db::IsPostgresUri(options.database);
+    if (!server && !fs::exists(options.database)) {
         terminal.Err("Error: the database " + options.database +
                      " does not exist (create one with: iras-yearend init-db FILE --sample).");
         return kExitDatabase;
     }
     db::ConnectionConfig config;
-    config.driver = "sqlite";
+    config.driver = server ? db::PostgresDriver : "sqlite";
     config.location = options.database;
     config.create = false;
     db::ConnectionRegistry::Register("kovadb", config);

@@ -58,6 +58,10 @@ public:
     // unless the script manages transactions itself.
     virtual void ExecScript(const std::string& script) = 0;
 
+    // Runs a script written for this engine itself, untranslated (the
+    // PostgreSQL functions of data/postgres_functions.sql), in one transaction.
+    virtual void ExecNativeScript(const std::string& script) = 0;
+
     // Writes changed columns of one row, found by its key, back to its table.
     virtual void UpdateRow(const std::string& table, const Value& rowKey,
                            const std::vector<std::pair<std::string, Value>>& changes) = 0;
@@ -68,7 +72,8 @@ public:
     virtual void Rollback() noexcept = 0;
 };
 
-// Opens the database a configuration describes, by its driver name ("sqlite").
+// Opens the database a configuration describes, by its driver name ("sqlite",
+// "postgresql").
 // Throws DatabaseError naming the database when it cannot.
 std::shared_ptr<Connection> OpenConnection(const ConnectionConfig& config);
 

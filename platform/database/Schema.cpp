@@ -14,6 +14,7 @@
 #include <system_error>
 
 #include "platform/database/Connection.h"
+#include "platform/database/PostgresConnection.h"
 #include "platform/database/Query.h"
 
 namespace iras::db {
@@ -27,9 +28,9 @@ std::optional<std::string_view> EmbeddedSql(std::string_view name) {
     return std::nullopt;
 }
 
-std::vector<NamedScript> DatabaseScripts(bool withSampleData) {
+std::vector<NamedScript> DatabaseScripts(bool withSampleData, bool postgres) {
     std::vector<NamedScript> scripts;
-    auto add = [&scripts](std::string_view name, bool required) {
+    auto add = [&scripts](std::string_view name, bool required, bool native = false) {
         const auto text = EmbeddedSql(name);
         if (!text) {
             if (required) {
@@ -38,8 +39,9 @@ std::vector<NamedScript> DatabaseScripts(bool withSampleData) {
             }
             return;
         }
-        scripts.push_back({"data/" + std::string(name), std::string(*text)});
+        scripts.push_back({"data/" + std::string(name), std::string(*text), native});
     };
+    if (postgres) add("postgres_functions.sql", true, true);
     add("schema.sql", true);
     add("engine_schema.sql", false);  // the submission engine's tables, once they exist
     add("keywords.sql", true);
@@ -133,6 +135,56 @@ void CreateDatabase(const fs::path& path, const std::vector<NamedScript>& script
 
 void CreateDatabase(const fs::path& path, bool withSampleData) {
     CreateDatabase(path, DatabaseScripts(withSampleData));
+}
+
+namespace {
+
+void CreateOnServer(const std::string& uri, bool withSampleData) {
+    const std::string server = PostgresServerName(uri);
+    std::shared_ptr<Connection> connection = OpenConnection(ConnectionConfig{PostgresDriver, uri, false});
+    const ResultSet present = connection->Select(
+        "SELECT count(*) AS n FROM pg_catalog.pg_tables WHERE schemaname = current_schema() AND tablename = "
+        "'yeemployer'",
+        {});
+    if (!present.rows.empty() && std::get_if<std::int64_t>(&present.rows[0][0]) &&
+        std::get<std::int64_t>(present.rows[0][0]) > 0) {
+        throw DatabaseError("The payroll tables already exist in " + server +
+                            ". They are only made in a database that holds none, so that no payroll data is "
+                            "overwritten; use another database or drop the tables first.");
+    }
+    connection->Begin();
+    for (const NamedScript& script : DatabaseScripts(withSampleData, true)) {
+        try {
+            if (script.native) {
+                connection->ExecNativeScript(script.text);
+            } else {
+                connection->ExecScript(script.text);
+            }
+        } catch (const DatabaseError& error) {
+            connection->Rollback();
+            throw DatabaseError("Creating the payroll tables in " + server + " failed in " + script.name + ": " +
+                                    error.what() + " Nothing was created.",
+                                error.NativeCode());
+        }
+    }
+    try {
+        connection->Commit();
+    } catch (const DatabaseError& error) {
+        connection->Rollback();
+        throw DatabaseError("Creating the payroll tables in " + server + " failed when saving them: " + error.what() +
+                                " Nothing was created.",
+                            error.NativeCode());
+    }
+}
+
+}  // namespace
+
+void CreateDatabase(const std::string& location, bool withSampleData) {
+    if (IsPostgresUri(location)) {
+        CreateOnServer(location, withSampleData);
+    } else {
+        CreateDatabase(fs::path(location), withSampleData);
+    }
 }
 
 }  // namespace iras::db

@@ -112,6 +112,19 @@ public:
         if (wrap) Commit();
     }
 
+    void ExecNativeScript(const std::string& script) override {
+        const bool wrap = sqlite3_get_autocommit(db_.get()) && !ScriptControlsTransactions(script);
+        if (wrap) Begin();
+        try {
+            std::lock_guard lock(mutex_);
+            RunEach(script, nullptr, script, [&](int rc, int, std::string_view) { return Failure(rc, script); });
+        } catch (...) {
+            if (wrap) Rollback();
+            throw;
+        }
+        if (wrap) Commit();
+    }
+
     void UpdateRow(const std::string& table, const Value& rowKey,
                    const std::vector<std::pair<std::string, Value>>& changes) override {
         if (changes.empty()) return;
