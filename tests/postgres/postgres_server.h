@@ -147,10 +147,11 @@ public:
                "/" + database;
     }
 
-    // A new, empty database on the server.
-    void CreateDatabase(const std::string& name) const {
+    // A new database on the server: empty, or a copy of another that no one
+    // is connected to.
+    void CreateDatabase(const std::string& name, const std::string& copyOf = "") const {
         auto connection = db::OpenConnection({db::PostgresDriver, Uri("postgres"), false});
-        connection->Execute("CREATE DATABASE " + name, {});
+        connection->Execute("CREATE DATABASE " + name + (copyOf.empty() ? "" : " TEMPLATE " + copyOf), {});
     }
 
 private:
