@@ -331,6 +331,18 @@ std::string FolderProblem(const fs::path& folder) {
     return "";
 }
 
+// Why the run's database cannot be reached any more; "" while it answers.
+std::string DatabaseProblem() {
+    try {
+        db::Query query("kovadb");
+        query.SetSQL("SELECT 1 AS Alive");
+        query.Open();
+        return "";
+    } catch (const db::DatabaseError& failure) {
+        return failure.what();
+    }
+}
+
 int RunCommand(const ToolOptions& options, Terminal& terminal) {
     const bool server = db::IsPostgresUri(options.database);
     if (!server && !fs::exists(options.database)) {
@@ -473,9 +485,16 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     // pass refused the data; for a script that ending is a validation failure.
     if (direct && controller.LastValidationRefused()) outcome = RunOutcome::ValidationRefused;
     int status = ExitStatusOf(outcome);
+    // The jobs log a database that went away in the middle of a pass and go
+    // on as if the data were wrong; a script must learn that the database
+    // failed, and why.
+    const std::string databaseProblem = outcome == RunOutcome::Done ? "" : DatabaseProblem();
     // The form leaves these endings to its log page or its fields; a terminal
     // user gets one line that says what to do.
-    if (outcome == RunOutcome::ValidationRefused) {
+    if (!databaseProblem.empty()) {
+        terminal.Err("Error: " + databaseProblem);
+        status = kExitDatabase;
+    } else if (outcome == RunOutcome::ValidationRefused) {
         terminal.Err(options.command == ToolCommand::Submit
                          ? "Error: the data failed validation, so nothing was submitted. The run log says why."
                      : direct ? "Error: the data failed validation. The run log says why."
