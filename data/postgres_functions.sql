@@ -119,23 +119,24 @@ CREATE FUNCTION ifnull(a ANYCOMPATIBLE, b ANYCOMPATIBLE) RETURNS ANYCOMPATIBLE
     LANGUAGE sql IMMUTABLE AS $$ SELECT coalesce(a, b) $$;
 
 -- The look-ups of the payroll's master tables. Each gives NULL for a NULL
--- argument or when there is no such row.
+-- argument or when there is no such row. The bodies say $1: an argument's
+-- name would lose to a table of the same name (Personal, Employee).
 CREATE FUNCTION FGetEmployeeIdByPersonalSysId(personal BIGINT) RETURNS TEXT LANGUAGE sql STABLE AS $$
-    SELECT EmployeeCode FROM Employee WHERE PersonalSysId = personal ORDER BY EmployeeSysId LIMIT 1
+    SELECT EmployeeCode FROM Employee WHERE PersonalSysId = $1 ORDER BY EmployeeSysId LIMIT 1
 $$;
 
 CREATE FUNCTION FGetEmployeeSysId(code TEXT) RETURNS BIGINT LANGUAGE sql STABLE AS $$
-    SELECT EmployeeSysId FROM Employee WHERE EmployeeCode = code ORDER BY EmployeeSysId LIMIT 1
+    SELECT EmployeeSysId FROM Employee WHERE EmployeeCode = $1 ORDER BY EmployeeSysId LIMIT 1
 $$;
 
 -- The bank row entered first (the server keeps no order of entry; the
 -- row's place in the table is the nearest to it).
 CREATE FUNCTION FGetIRASEmployeeBank(employee BIGINT) RETURNS TEXT LANGUAGE sql STABLE AS $$
-    SELECT IRASBankCode FROM EmployeeBank WHERE EmployeeSysId = employee ORDER BY ctid LIMIT 1
+    SELECT IRASBankCode FROM EmployeeBank WHERE EmployeeSysId = $1 ORDER BY ctid LIMIT 1
 $$;
 
 CREATE FUNCTION FGetPersonalName(personal BIGINT) RETURNS TEXT LANGUAGE sql STABLE AS $$
-    SELECT PersonalName FROM Personal WHERE PersonalSysId = personal
+    SELECT PersonalName FROM Personal WHERE PersonalSysId = $1
 $$;
 
 -- 'YYYY-MM-DD HH:MM:SS' as 'dd/mm/yyyy hh:mm:ss'; a date alone shows
