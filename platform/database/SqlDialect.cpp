@@ -485,8 +485,47 @@ bool EndsFromItem(const Token& token) {
     return std::any_of(std::begin(words), std::end(words), [&](std::string_view w) { return Is(token, w); });
 }
 
+bool EndsOrderBy(const Token& token) {
+    static constexpr std::string_view words[] = {"LIMIT", "OFFSET", "UNION", "EXCEPT", "INTERSECT", "FETCH", "FOR"};
+    if (IsSymbol(token, ";")) return true;
+    return std::any_of(std::begin(words), std::end(words), [&](std::string_view w) { return Is(token, w); });
+}
+
+// SQLite sorts NULL before every value, PostgreSQL after: each ORDER BY item
+// says where NULL goes, unless it says so itself.
+void RewriteNullOrder(std::vector<Token>& tokens) {
+    for (std::size_t k = 0; k < tokens.size(); ++k) {
+        if (!Is(tokens[k], "ORDER")) continue;
+        const std::size_t by = NextSolid(tokens, k + 1, tokens.size());
+        if (by == None || !Is(tokens[by], "BY")) continue;
+        int depth = 0;
+        std::size_t itemBegin = by + 1;
+        auto finish = [&](std::size_t end) {
+            const std::size_t last = PreviousSolid(tokens, end, itemBegin - 1);
+            if (last == None || last < itemBegin) return;
+            bool placed = false;
+            for (std::size_t j = itemBegin; j <= last; ++j) placed = placed || Is(tokens[j], "NULLS");
+            if (!placed) tokens[last].text += Is(tokens[last], "DESC") ? " NULLS LAST" : " NULLS FIRST";
+        };
+        std::size_t j = by + 1;
+        for (; j < tokens.size(); ++j) {
+            if (IsSymbol(tokens[j], "(")) ++depth;
+            if (IsSymbol(tokens[j], ")") && --depth < 0) break;
+            if (depth != 0) continue;
+            if (EndsOrderBy(tokens[j])) break;
+            if (IsSymbol(tokens[j], ",")) {
+                finish(j);
+                itemBegin = j + 1;
+            }
+        }
+        finish(j);
+        k = j == tokens.size() ? j : j - 1;
+    }
+}
+
 void RewriteForPostgres(std::vector<Token>& tokens, std::vector<std::string>& parameters) {
     RewritePragma(tokens);
+    RewriteNullOrder(tokens);
     std::size_t columnsOpen = None;
     if (IsCreateTable(tokens, 0, tokens.size(), &columnsOpen)) RewriteColumnTypes(tokens, columnsOpen);
     int subqueries = 0;

@@ -52,6 +52,8 @@ struct PostgresStatement {
 //   identity column; in the columns of CREATE TABLE, REAL becomes the NUMERIC
 //   domain money_amount (amounts stay exact) and TEXT compares byte by byte
 //   (COLLATE "C") as SQLite's does; elsewhere REAL is DOUBLE PRECISION;
+// - an ORDER BY item puts NULL first (last with DESC), as SQLite does, unless
+//   it says NULLS FIRST or LAST itself;
 // - "PRAGMA table_info(t)" reads the same columns (cid, name, type, notnull,
 //   dflt_value, pk) from the server's catalog.
 // The functions that the rewrites call are made by data/postgres_functions.sql.

@@ -173,6 +173,11 @@ TEST(TranslateForPostgres, RewritesWhatTheServerReadsDifferently) {
         // The rewrites that SQLite needs too.
         {"SELECT IF a < 0 THEN 0 ELSE a ENDIF AS b, b + 1 AS c FROM t",
          "SELECT CASE WHEN a < 0 THEN 0 ELSE a END AS b, (CASE WHEN a < 0 THEN 0 ELSE a END) + 1 AS c FROM t"},
+        // NULL sorts first, as on SQLite.
+        {"SELECT a FROM t ORDER BY a, b DESC, c NULLS LAST LIMIT 5",
+         "SELECT a FROM t ORDER BY a NULLS FIRST, b DESC NULLS LAST, c NULLS LAST LIMIT 5"},
+        {"SELECT (SELECT max(x) FROM u ORDER BY 1) FROM t ORDER BY TRIM(a)",
+         "SELECT (SELECT max(x) FROM u ORDER BY 1 NULLS FIRST) FROM t ORDER BY TRIM(a) NULLS FIRST"},
         // Literals reach the server as written.
         {"SELECT ':Year', 'ROUND(1)' FROM t WHERE a = :Year", "SELECT ':Year', 'ROUND(1)' FROM t WHERE a = $1"},
     };

@@ -22,16 +22,21 @@ class ConcurrentUsers : public ::testing::Test {
 protected:
     static void SetUpTestSuite() {
         if (!PostgresEnvironment::Get().Available()) return;
-        // A database of their own, so that the other tests' runs do not mix in.
+        // Databases of their own, so that the other tests' runs do not mix in
+        // (a run records its generation as the last submission): a copy of
+        // the server's sample and one of the SQLite sample, as they are now.
         PostgresEnvironment::Get().Server().CreateDatabase("office", "sample");
+        fs::copy_file(PostgresEnvironment::Get().SqliteSample(), OfficeAlone(), fs::copy_options::overwrite_existing);
     }
+
+    static std::string OfficeAlone() { return (PostgresEnvironment::Get().Folder() / "office.db").string(); }
 
     static std::string Office() { return PostgresEnvironment::Get().Server().Uri("office"); }
 
     // The current IR8A of 2024 of each run, made by the tool alone on SQLite.
     std::map<std::string, std::string> Alone(const UserRun& run, const fs::path& folder) {
         fs::create_directories(folder);
-        ToolProcess tool(GenerateArgs(PostgresEnvironment::Get().SqliteSample(), run.user, run.employer, 2024,
+        ToolProcess tool(GenerateArgs(OfficeAlone(), run.user, run.employer, 2024,
                                       "cur-ir8a", false, folder),
                          folder / "tool.log");
         EXPECT_EQ(tool.Wait(), 0) << folder;
@@ -44,7 +49,7 @@ protected:
         const fs::path root = PostgresEnvironment::Get().Folder() / name;
         std::vector<std::map<std::string, std::string>> expected;
         for (std::size_t k = 0; k < runs.size(); ++k) expected.push_back(Alone(runs[k], root / ("alone" + std::to_string(k))));
-        for (int round = 0; round < 3; ++round) {
+        for (int round = 0; round < 4; ++round) {
             std::vector<std::unique_ptr<ToolProcess>> tools;
             std::vector<fs::path> folders;
             for (std::size_t k = 0; k < runs.size(); ++k) {
@@ -60,6 +65,11 @@ protected:
                 const auto files = FilesIn(folders[k] / "files");
                 ASSERT_EQ(files.size(), 1u) << what;
                 EXPECT_TRUE(files == expected[k]) << what << ": the file differs from the run alone";
+                // Each run records its generation as the last submission; two
+                // users of one employer must not make the second one fail.
+                EXPECT_NE(FilesIn(folders[k] / "reports").at("IRASSubmissionDebugFile.txt").find("Submission is successful."),
+                          std::string::npos)
+                    << what;
             }
         }
     }
