@@ -72,6 +72,32 @@ private:
     fs::path path_;
 };
 
+// Runs the scripts in one transaction; a failure undoes all of them and is
+// reported as what failed (doing: "Creating the database \"x.db\"") and where.
+void RunInOneTransaction(Connection& connection, const std::vector<NamedScript>& scripts, const std::string& doing) {
+    connection.Begin();
+    for (const NamedScript& script : scripts) {
+        try {
+            if (script.native) {
+                connection.ExecNativeScript(script.text);
+            } else {
+                connection.ExecScript(script.text);
+            }
+        } catch (const DatabaseError& error) {
+            connection.Rollback();
+            throw DatabaseError(doing + " failed in " + script.name + ": " + error.what() + " Nothing was created.",
+                                error.NativeCode());
+        }
+    }
+    try {
+        connection.Commit();
+    } catch (const DatabaseError& error) {
+        connection.Rollback();
+        throw DatabaseError(doing + " failed when saving it: " + error.what() + " Nothing was created.",
+                            error.NativeCode());
+    }
+}
+
 // Creates the empty file, failing if anything of that name exists. An empty
 // file is an empty SQLite database.
 void ClaimNewFile(const fs::path& path) {
@@ -107,28 +133,9 @@ void CreateDatabase(const fs::path& path, const std::vector<NamedScript>& script
     ClaimNewFile(path);
     CreatedFile guard(path);
 
-    const std::string shown = "\"" + path.string() + "\"";
     {
         std::shared_ptr<Connection> connection = OpenConnection(ConnectionConfig{"sqlite", path.string(), false});
-        connection->Begin();
-        for (const NamedScript& script : scripts) {
-            try {
-                connection->ExecScript(script.text);
-            } catch (const DatabaseError& error) {
-                connection->Rollback();
-                throw DatabaseError("Creating the database " + shown + " failed in " + script.name + ": " +
-                                        error.what() + " Nothing was created.",
-                                    error.NativeCode());
-            }
-        }
-        try {
-            connection->Commit();
-        } catch (const DatabaseError& error) {
-            connection->Rollback();
-            throw DatabaseError("Creating the database " + shown + " failed when saving it: " + error.what() +
-                                    " Nothing was created.",
-                                error.NativeCode());
-        }
+        RunInOneTransaction(*connection, scripts, "Creating the database \"" + path.string() + "\"");
     }  // the connection closes here, before the file is kept or removed
     guard.Release();
 }
@@ -152,29 +159,7 @@ void CreateOnServer(const std::string& uri, bool withSampleData) {
                             ". They are only made in a database that holds none, so that no payroll data is "
                             "overwritten; use another database or drop the tables first.");
     }
-    connection->Begin();
-    for (const NamedScript& script : DatabaseScripts(withSampleData, true)) {
-        try {
-            if (script.native) {
-                connection->ExecNativeScript(script.text);
-            } else {
-                connection->ExecScript(script.text);
-            }
-        } catch (const DatabaseError& error) {
-            connection->Rollback();
-            throw DatabaseError("Creating the payroll tables in " + server + " failed in " + script.name + ": " +
-                                    error.what() + " Nothing was created.",
-                                error.NativeCode());
-        }
-    }
-    try {
-        connection->Commit();
-    } catch (const DatabaseError& error) {
-        connection->Rollback();
-        throw DatabaseError("Creating the payroll tables in " + server + " failed when saving them: " + error.what() +
-                                " Nothing was created.",
-                            error.NativeCode());
-    }
+    RunInOneTransaction(*connection, DatabaseScripts(withSampleData, true), "Creating the payroll tables in " + server);
 }
 
 }  // namespace

@@ -384,14 +384,17 @@ std::string UnquotedName(const Token& token) {
     return single;
 }
 
-std::string SqlLiteral(std::string_view text) {
-    std::string literal = "'";
+// text between two quotes, a quote inside it doubled.
+std::string Enclosed(std::string_view text, char quote) {
+    std::string enclosed(1, quote);
     for (char c : text) {
-        literal += c;
-        if (c == '\'') literal += '\'';
+        enclosed += c;
+        if (c == quote) enclosed += quote;
     }
-    return literal + "'";
+    return enclosed + quote;
 }
+
+std::string SqlLiteral(std::string_view text) { return Enclosed(text, '\''); }
 
 // SQLite's "PRAGMA table_info(t)": one row per column of t, in order, with its
 // type as a CREATE TABLE would write it again (collation included) and its
@@ -722,13 +725,6 @@ bool ScriptControlsTransactions(std::string_view script) {
     return false;
 }
 
-std::string QuoteName(std::string_view name) {
-    std::string quoted = "\"";
-    for (char c : name) {
-        quoted += c;
-        if (c == '"') quoted += '"';
-    }
-    return quoted + "\"";
-}
+std::string QuoteName(std::string_view name) { return Enclosed(name, '"'); }
 
 }  // namespace iras::db
