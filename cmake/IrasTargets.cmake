@@ -9,16 +9,22 @@ function(iras_warnings target)
   endif()
 endfunction()
 
+# iras_library(iras_common platform/common deps...) also makes the alias
+# iras::common, by which the other targets link it.
 function(iras_library name dir)
+  string(REGEX REPLACE "^iras_" "" short ${name})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${dir}/*.cpp)
   if(NOT sources)
     # A folder whose code has not landed yet still yields a target to link.
     add_library(${name} INTERFACE)
+    add_library(iras::${short} ALIAS ${name})
     target_include_directories(${name} INTERFACE ${CMAKE_SOURCE_DIR})
     target_link_libraries(${name} INTERFACE ${ARGN})
     return()
   endif()
   add_library(${name} STATIC ${sources})
+  add_library(iras::${short} ALIAS ${name})
+  # Which folder may include which is checked by tests/layering.
   target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
   target_link_libraries(${name} PUBLIC ${ARGN})
   target_compile_definitions(${name} PUBLIC
@@ -41,6 +47,7 @@ function(iras_tests folder)
   target_include_directories(${target} PRIVATE ${CMAKE_SOURCE_DIR})
   target_compile_definitions(${target} PRIVATE
     IRAS_SOURCE_DATA_DIR="${CMAKE_SOURCE_DIR}/data"
+    IRAS_SOURCE_ROOT="${CMAKE_SOURCE_DIR}"
     IRAS_TEST_FIXTURES_DIR="${CMAKE_SOURCE_DIR}/tests/fixtures")
   iras_warnings(${target})
   # A test is judged by its exit status alone: GoogleTest reports the tests

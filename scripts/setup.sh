@@ -4,8 +4,10 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# postgresql-15: the server that the PostgreSQL tests start for themselves; libpq-dev: its client.
-packages=(g++ cmake ninja-build pkg-config libsqlite3-dev sqlite3 libgtest-dev libgmock-dev postgresql-15 libpq-dev)
+packages=(g++ cmake ninja-build pkg-config libsqlite3-dev sqlite3 libgtest-dev libgmock-dev
+          qt6-base-dev libgl-dev          # the session form, the module, iras-host
+          postgresql-15 libpq-dev         # the server the PostgreSQL tests start for themselves; its client
+          xvfb xauth fonts-dejavu-core)   # scripts/screenshots.sh only
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

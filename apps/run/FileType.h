@@ -35,10 +35,6 @@ std::string SubmissionTypeCode(FileType type);
 // "YEDirectCurIR8ARpt" ... "YEDirectA8BRpt"; "" for All (it needs all five).
 std::string ReturnModuleId(FileType type);
 
-// The summary text file's name without ".txt": "IRASSummaryFile" for both IR8A
-// returns, "IR8SSummaryFile", "A8ASummaryFile", "A8BSummaryFile"; "" for All.
-std::string SummaryFileName(FileType type);
-
 // The command-line names: "cur-ir8a", "sup-ir8a", "ir8s", "a8a", "a8b", "all".
 std::string FileTypeOption(FileType type);
 std::optional<FileType> FileTypeFromOption(std::string_view option);

@@ -18,7 +18,6 @@ std::unique_ptr<RSubmissionJob> MakeIR8A(const JobSetup& setup, const std::strin
     auto job = std::make_unique<RIR8AeSubmission>(setup.session, setup.params, setup.runFolder,
                                                   setup.copyFolder);
     job->SetIR8AType(ir8aType);
-    job->SetBasisYear(setup.basisYear);
     return job;
 }
 
@@ -42,7 +41,10 @@ bool ReturnJobFactory::Available(FileType type) const {
 
 std::unique_ptr<RSubmissionJob> ReturnJobFactory::Create(FileType type, const JobSetup& setup) {
     if (!Available(type)) return nullptr;
-    return Makers().at(static_cast<std::size_t>(type))(setup);
+    std::unique_ptr<RSubmissionJob> job = Makers().at(static_cast<std::size_t>(type))(setup);
+    // Every return gets the year here, so that no maker can forget it.
+    job->SetBasisYear(setup.basisYear);
+    return job;
 }
 
 std::string NotAvailableMessage(FileType type) {

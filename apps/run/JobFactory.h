@@ -11,15 +11,9 @@
 #include "platform/host/BQueryViewTable.h"
 #include "submission/common/IRASSubmissionParameters.h"
 #include "submission/common/SubmissionJob.h"
+#include "submission/ir8s/IR8SOptions.h"
 
 namespace iras {
-
-// The three "IR8S Options" of the form. Excess CPF starts checked.
-struct IR8SOptions {
-    bool excessCPF = true;
-    bool overseasCPF = false;
-    bool percentOrdWage = false;
-};
 
 // Everything a job is built with: job(session, parameters, run folder, copy
 // folder) plus the settings the form makes for its type.

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/common/AtomicFile.h"
 #include "platform/common/CommonLibrary.h"
 #include "platform/common/Date.h"
 #include "platform/database/Query.h"
@@ -24,30 +25,11 @@ namespace {
 const std::string kErrorsBeforeRetry =
     "Error(s) have been detected. Please review them before running this again.";
 
-// Writes lines to file through a temporary file in the same folder, so that a
-// failure never leaves half a file where the old one was.
+// Writes lines to file, all or nothing (a failure never leaves half a file
+// where the old one was); a failure names the file and the reason.
 void SaveLines(const fs::path& file, const StringList& lines) {
-    fs::path temporary = file;
-    temporary += ".tmp";
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        if (!out) throw RunError("Cannot write the file " + file.string() + ": the folder cannot be written to.");
-        for (const std::string& line : lines) out << line << '\n';
-        out.flush();
-        if (!out) {
-            out.close();
-            std::error_code ignored;
-            fs::remove(temporary, ignored);
-            throw RunError("Cannot write the file " + file.string() + ": the disk refused the data.");
-        }
-    }
-    std::error_code error;
-    fs::rename(temporary, file, error);
-    if (error) {
-        std::error_code ignored;
-        fs::remove(temporary, ignored);
-        throw RunError("Cannot write the file " + file.string() + ": " + error.message() + ".");
-    }
+    const std::string reason = WriteLinesAtomically(file, lines, "\n");
+    if (!reason.empty()) throw RunError("Cannot write the file " + file.string() + ": " + reason + ".");
 }
 
 }  // namespace
@@ -330,9 +312,8 @@ bool RunController::RunSubmission(bool validateOnly) {
     last_.produced = processed != 0;
     // The summary belongs to a real original return; the supplementary IR8A
     // has none of its own (it joins the shared summary of the "All" run only).
-    if (processed != 0 && parameters_.actualRun && choices_.original &&
-        choices_.fileType != FileType::SupplementaryIR8A) {
-        const std::string name = SummaryFileName(choices_.fileType) + ".txt";
+    if (processed != 0 && parameters_.actualRun && choices_.original && !job->SummaryFileName().empty()) {
+        const std::string name = job->SummaryFileName() + ".txt";
         if (mode_ == RunMode::DirectSubmission) {
             // The job's own summary in the run folder, when it left one.
             const fs::path file = fs::path(runFolder_) / name;

@@ -22,6 +22,7 @@
 
 #include "apps/run/CommandLine.h"
 #include "apps/run/RunController.h"
+#include "apps/run/SessionFormData.h"
 #include "platform/ais/AisFileChecker.h"
 #include "platform/database/PostgresConnection.h"
 #include "platform/database/Query.h"
@@ -245,52 +246,23 @@ int CheckFiles(const ToolOptions& options, Terminal& terminal) {
     return status;
 }
 
-// The years the form would list for the employer and file type.
+// The employers, years and User ID Types as the session form lists them.
 std::vector<int> ListedYears(const std::string& employer, FileType type) {
-    db::Query query("kovadb");
-    if (type == FileType::SupplementaryIR8A) {
-        query.SetSQL(
-            "SELECT DISTINCT YEYear, (YEYear - 1) AS Year FROM YEEmployee WHERE YEEmployerId = "
-            ":YEEmployerId AND YEYear < 10000ORDER BY YEYear");
-    } else {
-        query.SetSQL(
-            "SELECT DISTINCT YEYear, YEYear AS Year FROM YEEmployee WHERE YEEmployerId = "
-            ":YEEmployerId AND YEYear < 10000 ORDER BY YEYear");
-    }
-    query.SetParam("YEEmployerId", employer);
-    query.Open();
     std::vector<int> years;
-    for (query.First(); !query.Eof(); query.Next()) {
-        years.push_back(static_cast<int>(query.FieldByName("Year").AsInteger()));
-    }
+    for (const YearRow& row : DatabaseSessionFormData().Years(employer, type)) years.push_back(row.year);
     return years;
 }
 
-// The tax employers as the form's list holds them.
 std::vector<std::string> ListedEmployers() {
-    db::Query query("kovadb");
-    query.SetSQL("SELECT * FROM YEEmployer ORDER BY YEEmployerId");
-    query.Open();
     std::vector<std::string> employers;
-    for (query.First(); !query.Eof(); query.Next()) {
-        employers.push_back(query.FieldByName("YEEmployerId").AsString());
-    }
+    for (const EmployerRow& row : DatabaseSessionFormData().Employers()) employers.push_back(row.id);
     return employers;
 }
 
-// The submitter's User ID Types as the form's list holds them: the value
-// (UserTypeID) and its description.
 std::vector<std::pair<std::string, std::string>> ListedUserIdTypes() {
-    db::Query query("kovadb");
-    query.SetSQL(
-        "SELECT YEProperty1 AS UserTypeID, YEKeywordDefaultName AS UserTypeDesc,  "
-        "YEKeywordUserDefinedName FROM YEKeyWord WHERE YEKeywordCategory = 'SubmitUserIDType' "
-        "ORDER BY YEKeywordDefaultName ");
-    query.Open();
     std::vector<std::pair<std::string, std::string>> types;
-    for (query.First(); !query.Eof(); query.Next()) {
-        types.emplace_back(query.FieldByName("UserTypeID").AsString(),
-                           query.FieldByName("UserTypeDesc").AsString());
+    for (const UserIdTypeRow& row : DatabaseSessionFormData().UserIdTypes()) {
+        types.emplace_back(row.id, row.description);
     }
     return types;
 }

@@ -10,7 +10,9 @@
 // back: 1.005 -> 1.01, 2.675 -> 2.68, _Trunc(0.29 * 100, 0) -> 29.
 #include "platform/common/CommonLibrary.h"
 
-#include <atomic>
+#include "platform/common/AtomicFile.h"
+
+
 #include <cctype>
 #include <charconv>
 #include <climits>
@@ -18,7 +20,6 @@
 #include <cstdio>
 #include <fstream>
 #include <system_error>
-#include <unistd.h>
 
 namespace iras {
 
@@ -116,8 +117,6 @@ double RoundDecimal(double value, int places, bool roundHalfUp) {
 
 bool IsBlank(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 
-std::atomic<unsigned> tempFileCounter{0};
-
 }  // namespace
 
 double _Round(double value, int places) { return RoundDecimal(value, places, true); }
@@ -159,48 +158,27 @@ int _CStrToInt(const std::string& text) {
 }
 
 bool _FileCopy(const std::filesystem::path& source, const std::filesystem::path& target) {
-    namespace fs = std::filesystem;
     std::error_code error;
-    if (!fs::is_regular_file(source, error)) {
+    if (!std::filesystem::is_regular_file(source, error)) {
         return false;
     }
     std::ifstream in(source, std::ios::binary);
     if (!in) {
         return false;
     }
-
-    // The copy is written beside the target and renamed over it only when
-    // complete, so a full disk or a failed read never leaves half a file
-    // where the user expects a return.
-    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-    const fs::path temporary =
-        folder / (".iras-copy-" + std::to_string(::getpid()) + "-" +
-                  std::to_string(tempFileCounter.fetch_add(1)) + ".tmp");
-    bool written = false;
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        if (out) {
-            char buffer[64 * 1024];
-            while (in) {
-                in.read(buffer, sizeof buffer);
-                const std::streamsize count = in.gcount();
-                if (count > 0 && !out.write(buffer, count)) {
-                    break;
-                }
-            }
-            written = in.eof() && !in.bad() && out.good();
-            out.close();
-            written = written && !out.fail();
+    // Written beside the target and renamed over it only when complete, so a
+    // full disk or a failed read never leaves half a file where the user
+    // expects a return.
+    bool readWhole = false;
+    const std::string reason = WriteFileAtomically(target, [&](std::ostream& out) {
+        char buffer[64 * 1024];
+        while (in && out) {
+            in.read(buffer, sizeof buffer);
+            out.write(buffer, in.gcount());
         }
-    }
-    if (written) {
-        fs::rename(temporary, target, error);
-        written = !error;
-    }
-    if (!written) {
-        fs::remove(temporary, error);
-    }
-    return written;
+        readWhole = in.eof() && !in.bad();
+    });
+    return reason.empty() && readWhole;
 }
 
 }  // namespace iras

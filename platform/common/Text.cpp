@@ -35,4 +35,19 @@ std::string TrimSpace(std::string_view text) {
     return std::string(text.substr(first, last - first + 1));
 }
 
+std::size_t CharacterCount(std::string_view utf8) {
+    std::size_t count = 0;
+    for (unsigned char c : utf8) {
+        if ((c & 0xC0) != 0x80) ++count;
+    }
+    return count;
+}
+
+bool IsOneOf(std::string_view value, std::initializer_list<std::string_view> choices) {
+    for (std::string_view choice : choices) {
+        if (value == choice) return true;
+    }
+    return false;
+}
+
 }  // namespace iras

@@ -4,6 +4,7 @@
 // parts of a UTF-8 character) are never changed.
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -17,5 +18,11 @@ bool SameIgnoringCase(std::string_view a, std::string_view b);
 
 // text without the blanks, tabs, carriage returns and line feeds around it.
 std::string TrimSpace(std::string_view text);
+
+// Characters, not bytes, of a UTF-8 text: IRAS counts what the user typed.
+std::size_t CharacterCount(std::string_view utf8);
+
+// True when value is one of the choices (exact, letter case included).
+bool IsOneOf(std::string_view value, std::initializer_list<std::string_view> choices);
 
 }  // namespace iras

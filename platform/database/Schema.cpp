@@ -41,11 +41,26 @@ std::vector<NamedScript> DatabaseScripts(bool withSampleData, bool postgres) {
         }
         scripts.push_back({"data/" + std::string(name), std::string(*text), native});
     };
+    // Each return may bring its own part of a file ("sample_ir8s.sql" after
+    // "sample.sql"), run after the main part in the order of their names.
+    auto addParts = [&scripts](std::string_view stem) {
+        const std::string prefix = std::string(stem) + "_";
+        for (const EmbeddedSqlFile& file : EmbeddedSqlFiles()) {
+            if (file.name.substr(0, prefix.size()) == prefix) {
+                scripts.push_back({"data/" + std::string(file.name), std::string(file.text)});
+            }
+        }
+    };
     if (postgres) add("postgres_functions.sql", true, true);
     add("schema.sql", true);
+    addParts("schema");
     add("engine_schema.sql", false);  // the submission engine's tables, once they exist
     add("keywords.sql", true);
-    if (withSampleData) add("sample.sql", true);
+    addParts("keywords");
+    if (withSampleData) {
+        add("sample.sql", true);
+        addParts("sample");
+    }
     return scripts;
 }
 

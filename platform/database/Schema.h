@@ -40,8 +40,10 @@ struct NamedScript {
 
 // The scripts that make a database, in order: "schema.sql", "engine_schema.sql"
 // (the submission engine's tables, when the data folder has it), "keywords.sql"
-// and, with sample data, "sample.sql". For PostgreSQL, "postgres_functions.sql"
-// (the payroll's functions, run as written) comes first.
+// and, with sample data, "sample.sql"; after each of schema, keywords and
+// sample the parts that a return brings of its own ("schema_a8b.sql",
+// "keywords_ir8s.sql", "sample_a8a.sql"), by name. For PostgreSQL,
+// "postgres_functions.sql" (the payroll's functions, run as written) comes first.
 std::vector<NamedScript> DatabaseScripts(bool withSampleData, bool postgres = false);
 
 // Makes a new SQLite database file at path from the scripts of

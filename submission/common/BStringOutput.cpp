@@ -129,6 +129,8 @@ void BStringOutput::SetLeftMargin(int margin) {
 // Nonzero: an integer 0 is written as "N/A", left-aligned, whatever its flag.
 void BStringOutput::SetZeroAsNA(int zeroAsNA) { zeroAsNA_ = zeroAsNA; }
 
+void BStringOutput::SetFixedWidth(bool fixed) { fixedWidth_ = fixed; }
+
 void BStringOutput::SetNew() { line_.clear(); }
 
 namespace {
@@ -165,6 +167,8 @@ void BStringOutput::PutData(int row, int column, int width, const std::string& v
     }
     Place(line_, static_cast<std::size_t>(leftMargin_ + column), static_cast<std::size_t>(width),
           ToRecordEncoding(value), IsRightAligned(flag));
+    const auto recordWidth = static_cast<std::size_t>(leftMargin_ + width_);
+    if (fixedWidth_ && line_.size() > recordWidth) line_.resize(recordWidth);
 }
 
 void BStringOutput::PutData(int row, int column, int width, const char* value, int flag) {

@@ -7,7 +7,10 @@
 //   flag 0x8000  date, written YYYYMMDD (the empty date writes blanks).
 // The line grows to hold every field placed, even past the maximum width (the
 // Appendix 8A header reaches column 800 of a 700 record; extra IR8S Section B
-// blocks lengthen a record), and SetEnd blank-pads it to the maximum.
+// blocks lengthen a record), and SetEnd blank-pads it to the maximum. In the
+// fixed-width mode a record chooses instead (SetFixedWidth), the line is cut
+// at the maximum: the Appendix 8B detail record stays 9300 bytes although
+// its last declared field reaches column 9301.
 // A field keeps its width whatever it is given: a value too long for a flag 1
 // or 2 field fills it with "*" (cutting it would leave a wrong but valid-looking
 // amount; the jobs check amounts first), an empty text with flag 1 or 2 gives
@@ -39,6 +42,9 @@ public:
     void SetMax(int lines, int width);
     void SetLeftMargin(int margin);
     void SetZeroAsNA(int zeroAsNA);
+    // true: nothing is written past the maximum width; false (the default):
+    // the line grows to hold every field placed.
+    void SetFixedWidth(bool fixed);
 
     void SetNew();  // starts a new, empty record
 
@@ -58,6 +64,7 @@ private:
     int width_ = 0;
     int leftMargin_ = 0;
     int zeroAsNA_ = 0;
+    bool fixedWidth_ = false;
     std::string line_;
 };
 

@@ -165,4 +165,16 @@ std::string DecodeAmount(double amount, bool scaled, bool signCode, int decimals
     return text;
 }
 
+std::optional<std::string> AmountField(double amount, bool scaled, bool signCode, int decimals, int width) {
+    try {
+        std::string text = DecodeAmount(amount, scaled, signCode, decimals, width);
+        if (static_cast<int>(text.size()) > width) return std::nullopt;
+        return text;
+    } catch (const std::exception&) {
+        // AmountRangeError, or a text the sign code cannot be put on: either
+        // way the amount is beyond what the field holds.
+        return std::nullopt;
+    }
+}
+
 }  // namespace iras

@@ -4,6 +4,7 @@
 // one. A zero amount carries no sign code at all.
 #pragma once
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -28,6 +29,12 @@ std::string DecodeLastDigit(const std::string& text, bool positive);
 // outside it the text comes back unpadded (the line builder places it).
 // Throws AmountRangeError for an amount the forms cannot hold.
 std::string DecodeAmount(double amount, bool scaled, bool signCode, int decimals, int width);
+
+// DecodeAmount for a field of width characters, without exceptions: nothing
+// where the amount is beyond the return forms (DecodeAmount would throw) or
+// its text is wider than the field, so that the caller reports the employee
+// instead of writing a cut, wrong amount.
+std::optional<std::string> AmountField(double amount, bool scaled, bool signCode, int decimals, int width);
 
 // The runtime's float-to-text: general format, at most 15 significant digits,
 // "-" for a negative value, no thousands separator, no decimal point for a

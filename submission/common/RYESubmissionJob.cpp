@@ -4,29 +4,21 @@
 // the hooks of RYESubmissionJob.
 #include "submission/common/RYESubmissionJob.h"
 
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "platform/common/AtomicFile.h"
 #include "platform/common/CommonLibrary.h"
 #include "platform/common/Date.h"
+#include "platform/common/Text.h"
+#include "platform/host/HostFunctions.h"
 
 namespace iras {
 
 namespace {
 
-std::string Trimmed(const std::string& text) {
-    const auto first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string::npos) return "";
-    const auto last = text.find_last_not_of(" \t\r\n");
-    return text.substr(first, last - first + 1);
-}
+std::string Trimmed(const std::string& text) { return TrimSpace(text); }
 
 // An apostrophe inside a quoted SQL text is written twice.
 std::string QuotedForSql(const std::string& text) {
@@ -115,16 +107,25 @@ std::string RYESubmissionJob::KeywordProperty(const char* column) {
 
 // ------------------------------------------------------------ row helpers
 
-std::string RYESubmissionJob::Text(const char* column) {
-    return Trimmed(MainQuery.FieldByName(column).AsString());
+std::string RYESubmissionJob::Text(db::Query& query, const char* column) {
+    return Trimmed(query.FieldByName(column).AsString());
 }
 
-double RYESubmissionJob::Amount(const char* column) {
-    return MainQuery.FieldByName(column).AsFloat();
+double RYESubmissionJob::Amount(db::Query& query, const char* column) {
+    return query.FieldByName(column).AsFloat();
 }
 
-Date RYESubmissionJob::DateOf(const char* column) {
-    return MainQuery.FieldByName(column).AsDate();
+Date RYESubmissionJob::DateOf(db::Query& query, const char* column) {
+    return query.FieldByName(column).AsDate();
+}
+
+// Only blanks are trimmed: an employer text is compared as the user typed it.
+std::string RYESubmissionJob::EmployerText(const char* column) {
+    if (!EmployerQuery.Active() || EmployerQuery.IsEmpty()) return "";
+    const std::string text = EmployerQuery.FieldByName(column).AsString();
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string::npos) return "";
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 std::string RYESubmissionJob::EmployeeTaxNo() { return Text("TaxNo"); }
@@ -152,18 +153,130 @@ int RYESubmissionJob::GenerateViewTables(const std::string& submissionType, int 
     return Engine->GenerateViewTables();
 }
 
+int RYESubmissionJob::OpenSources(const std::string& employerSqlBeforeId, const std::string& submissionType,
+                                  const std::string& jobClass) {
+    OpenKeywordQuery();
+    OpenEmployerQuery(employerSqlBeforeId);
+    if (GenerateViewTables(submissionType, Params.year) == 0) {
+        const bool blanks = LogShape().blankLinesAroundViewFailure;
+        if (blanks) WriteInternalMemo("");
+        WriteInternalMemo(jobClass + "::RefreshQuery(): Error in generating view tables.");
+        if (blanks) WriteInternalMemo("");
+        return 0;
+    }
+    return 1;
+}
+
+std::string RYESubmissionJob::ViewName(const std::string& baseName) const {
+    const std::string ip = Context != nullptr ? Context->sGetIPAddress() : "";
+    const std::string user = Context != nullptr ? Context->sGetUserID() : "";
+    return _GetViewTableName("View" + baseName, ip, user);
+}
+
+std::string RYESubmissionJob::SortClause() const {
+    switch (Params.sortOrder) {
+        case 0: return "ORDER BY TaxNo";
+        case 1: return "ORDER BY EmployeeId";
+        case 2: return "ORDER BY EEName1";
+        default: return "";
+    }
+}
+
+// ------------------------------------------------------------ the employer
+
+int RYESubmissionJob::ValidateEmployerHeader(const EmployerHeaderRules& rules) {
+    ErrorList.clear();
+    WriteInternalBanner(rules.bannerTitle);
+    const auto debug = [this](const std::vector<std::string>& lines) {
+        for (const auto& line : lines) WriteInternalMemo(line);
+    };
+
+    debug(rules.sourceLines);
+    const std::string source = EmployerText("EmployerSource");
+    bool sourceValid = false;
+    if (rules.allowedSources.empty()) {
+        sourceValid = YEKeywordRecLocate(source);
+    } else {
+        for (const auto& allowed : rules.allowedSources) sourceValid = sourceValid || source == allowed;
+    }
+    if (!sourceValid) ErrorList.push_back("Invalid Source.");
+
+    debug(rules.payerIdLines);
+    const std::string payerId = EmployerText("PayerID");
+    if (payerId.empty()) {
+        ErrorList.push_back("Invalid Organization ID Type. Organization ID Type cannot be blank.");
+    } else if (!YEKeywordRecLocate(payerId)) {
+        ErrorList.push_back("Invalid Organization ID Type.");
+    } else if (KeywordProperty("YEProperty1") == "G") {
+        // IRAS stopped taking GST numbers as the organisation id; the file
+        // is refused whatever the basis year.
+        ErrorList.push_back(
+            "Invalid Organization ID Type. G is no longer applicable with effect from Year of "
+            "Assessment 2013. File is not created.");
+    }
+
+    WriteInternalMemo("Validating Organization ID No.");
+    if (EmployerText("TaxRefNo").empty()) ErrorList.push_back(rules.taxRefNoMessage);
+    WriteInternalMemo("Validating Name of Authorised Person");
+    if (EmployerText("AuthorisedName").empty()) ErrorList.push_back("Invalid Name of Authorised Person.");
+    WriteInternalMemo("Validating Name of Employer");
+    if (EmployerText("EmployerName").empty()) ErrorList.push_back("Invalid employer name.");
+    WriteInternalMemo("Validating Telephone number of Authorised Person");
+    if (EmployerText("TelephoneNo").empty()) ErrorList.push_back("Telephone number cannot be blank.");
+    WriteInternalMemo("Validating Email Address of Authorised Person");
+    const std::string email = EmployerText("EmailAddress");
+    if (email.empty()) {
+        ErrorList.push_back("Email address cannot be blank.");
+    } else if (CharacterCount(email) > 50) {
+        // The record has 60 places, but IRAS accepts no more than 50.
+        ErrorList.push_back("Email address cannot be more than 50 characters.");
+    }
+    return ErrorList.empty() ? 1 : 0;
+}
+
+void RYESubmissionJob::AppendSummaryBanner(StringList& summary, const std::string& title) {
+    const std::string stars(48, '*');
+    for (const std::string& line : {stars, std::string(), title, std::string(), stars, std::string()}) {
+        summary.push_back(line);
+    }
+}
+
+// ---------------------------------------------------------------- the file
+
+std::string RYESubmissionJob::FileIdentifier() const {
+    const std::string identifier = std::to_string(BasisYear) + "e" + FormName();
+    return Params.actualRun ? identifier : "TEST" + identifier;
+}
+
+std::string RYESubmissionJob::FileName() const {
+    return FileIdentifier() + "_Submission(" + (Params.original ? "O" : "A") + ").txt";
+}
+
+const JobLogShape& RYESubmissionJob::LogShape() const {
+    static const JobLogShape standard;
+    return standard;
+}
+
 // ------------------------------------------------------------------ passes
 
 // Each pass opens with its banner and start time and closes with its end
 // time. A database failure (a missing table or column, a locked file) ends
 // the pass with its message: the job itself never throws.
 int RYESubmissionJob::RunPass(const std::string& title, const std::string& failure,
-                              int (RYESubmissionJob::*pass)()) {
+                              int (RYESubmissionJob::*pass)(), const JobLogShape& shape) {
     WriteAllBanner(title);
+    if (shape.blankLinesAroundStart) WriteAllMemo("");
     WriteAllMemo("Start Date and Time: " + NowText());
+    if (shape.blankLinesAroundStart) WriteAllMemo("");
     int result = 0;
     try {
-        result = (this->*pass)();
+        if (BasisYear <= 0) {
+            // A year of 0 would go into the header and the file name.
+            WriteAllMemo("");
+            WriteAllMemo(failure + "the basis year of the return is not set.");
+        } else {
+            result = (this->*pass)();
+        }
     } catch (const std::exception& error) {
         WriteAllMemo("");
         WriteAllMemo(failure + error.what());
@@ -173,73 +286,82 @@ int RYESubmissionJob::RunPass(const std::string& title, const std::string& failu
         WriteAllMemo(failure + "an unexpected failure.");
         result = 0;
     }
-    WriteAllMemo("");
+    if (shape.blankLinesAroundEnd) WriteAllMemo("");
     WriteAllMemo("End Date and Time: " + NowText());
-    WriteAllMemo("");
+    if (shape.blankLinesAroundEnd) WriteAllMemo("");
     return result;
+}
+
+void RYESubmissionJob::WriteFindings(const StringList& findings, bool blankBefore) {
+    if (blankBefore) WriteAllMemo("");
+    for (const auto& line : findings) WriteAllMemo(line);
+    WriteAllMemo("");
 }
 
 // -------------------------------------------------------------- validation
 
 int RYESubmissionJob::RunValidation() {
     return RunPass(Texts().validateTitle, "The validation could not be completed: ",
-                   &RYESubmissionJob::ValidationPass);
+                   &RYESubmissionJob::ValidationPass, LogShape());
 }
 
 int RYESubmissionJob::ValidationPass() {
     const JobTexts& texts = Texts();
-    int result = 0;
-    if (RefreshQuery() != 0) {
-        if (!MainQuery.IsEmpty()) {
-            WriteAllBanner(texts.headerValidateTitle);
-            ErrorList.clear();
-            if (Params.original && HeaderValidation() == 0) {
-                HeaderErrorCount = static_cast<int>(ErrorList.size());
-                WriteAllMemo("");
-                for (const auto& line : ErrorList) WriteAllMemo(line);
-                WriteAllMemo("");
-            }
-        }
+    const JobLogShape& shape = LogShape();
+    if (RefreshQuery() == 0) {
+        WriteAllMemo("");
+        WriteAllMemo("The data of the return could not be prepared. No file is created.");
+        return 0;
+    }
+    if (MainQuery.IsEmpty() && !shape.detailBannerWithoutEmployees) return Params.check ? 1 : 0;
 
-        WriteAllBanner(texts.detailValidateTitle);
-        for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
-            RefreshEmployee();
-            ErrorList.clear();
-            bool passed = true;
-            if (Params.original && DetailsValidation() == 0) passed = false;
-            // The rules clear the list for their own messages; the record
-            // limits add theirs after them.
-            StringList rules = ErrorList;
-            ErrorList.clear();
-            if (RecordLimitValidation() == 0) passed = false;
-            rules.insert(rules.end(), ErrorList.begin(), ErrorList.end());
-            ErrorList = std::move(rules);
-            if (passed) continue;
-
-            const std::string taxNo = EmployeeTaxNo();
-            WriteAllMemo("");
-            WriteAllMemo("Employee " + taxNo + texts.employeeFailedSuffix);
-            if (EmployeeErrorLog != nullptr) {
-                EmployeeErrorLog->push_back("Identity No: " + taxNo);
-                EmployeeErrorLog->push_back("Employee ID: " + EmployeeId());
-            }
-            for (const auto& line : ErrorList) {
-                WriteAllMemo(line);
-                if (EmployeeErrorLog != nullptr) EmployeeErrorLog->push_back(line);
-            }
-            WriteAllMemo("");
-            if (EmployeeErrorLog != nullptr) EmployeeErrorLog->push_back("");
-            ++RecordsFailed;
+    if (!MainQuery.IsEmpty()) {
+        WriteAllBanner(texts.headerValidateTitle);
+        ErrorList.clear();
+        if (Params.original && HeaderValidation() == 0) {
+            HeaderErrorCount = static_cast<int>(ErrorList.size());
+            WriteFindings(ErrorList, shape.blankLineBeforeHeaderErrors);
         }
+    }
 
-        result = (Params.check && HeaderErrorCount == 0 && RecordsFailed == 0) ? 1 : 0;
-        if (result == 0) {
-            WriteAllMemo("");
-            WriteAllMemo(texts.validationHeaderErrorsLabel + std::to_string(HeaderErrorCount));
-            WriteAllMemo("Total No. of Records not successfully validated: " +
-                         std::to_string(RecordsFailed));
-            WriteAllMemo("");
+    WriteAllBanner(texts.detailValidateTitle);
+    for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
+        RefreshEmployee();
+        ErrorList.clear();
+        bool passed = true;
+        if (Params.original && DetailsValidation() == 0) passed = false;
+        // The rules clear the list for their own messages; the record
+        // limits add theirs after them.
+        StringList rules = ErrorList;
+        ErrorList.clear();
+        if (RecordLimitValidation() == 0) passed = false;
+        rules.insert(rules.end(), ErrorList.begin(), ErrorList.end());
+        ErrorList = std::move(rules);
+        if (passed) continue;
+
+        const std::string taxNo = EmployeeTaxNo();
+        if (shape.blankLinesAroundEmployee) WriteAllMemo("");
+        WriteAllMemo("Employee " + taxNo + texts.employeeFailedSuffix);
+        if (EmployeeErrorLog != nullptr) {
+            EmployeeErrorLog->push_back("Identity No: " + taxNo);
+            EmployeeErrorLog->push_back("Employee ID: " + EmployeeId());
         }
+        for (const auto& line : ErrorList) {
+            WriteAllMemo(line);
+            if (EmployeeErrorLog != nullptr) EmployeeErrorLog->push_back(line);
+        }
+        if (shape.blankLinesAroundEmployee) WriteAllMemo("");
+        if (EmployeeErrorLog != nullptr) EmployeeErrorLog->push_back("");
+        ++RecordsFailed;
+    }
+
+    const int result = (Params.check && HeaderErrorCount == 0 && RecordsFailed == 0) ? 1 : 0;
+    if (result == 0) {
+        WriteAllMemo("");
+        if (!Params.check) WriteAllMemo("No file is created: the output of records is switched off.");
+        WriteAllMemo(texts.validationHeaderErrorsLabel + std::to_string(HeaderErrorCount));
+        WriteAllMemo("Total No. of Records not successfully validated: " + std::to_string(RecordsFailed));
+        if (shape.blankLineAfterTotals) WriteAllMemo("");
     }
     return result;
 }
@@ -247,7 +369,10 @@ int RYESubmissionJob::ValidationPass() {
 // -------------------------------------------------------------- generation
 
 int RYESubmissionJob::RunGeneration() {
-    return RunPass(Texts().processTitle, "The file could not be generated: ", &RYESubmissionJob::GenerationPass);
+    // The generation pass keeps one log shape for every return.
+    static const JobLogShape standard;
+    return RunPass(Texts().processTitle, "The file could not be generated: ", &RYESubmissionJob::GenerationPass,
+                   standard);
 }
 
 int RYESubmissionJob::GenerationPass() {
@@ -256,6 +381,7 @@ int RYESubmissionJob::GenerationPass() {
     Output->SetMax(100, RecordWidth());
     Output->SetLeftMargin(0);
     Output->SetZeroAsNA(0);
+    Output->SetFixedWidth(FixedWidthRecords());
     // A generation pass on its own (no validation pass before it in this
     // job) opens the queries itself.
     bool ready = true;
@@ -383,44 +509,6 @@ int RYESubmissionJob::PlaceFile(const std::string& fileName) {
     ProcessSubmission(false);
     return 1;
 }
-
-namespace {
-
-// Writes the lines to a temporary file beside path and renames it over path,
-// so that a failure never leaves a half-written file. "" or the reason.
-std::string WriteLinesAtomically(const std::filesystem::path& target, const StringList& lines,
-                                 std::string_view lineEnd) {
-    namespace fs = std::filesystem;
-    fs::path folder = target.parent_path();
-    if (folder.empty()) folder = ".";
-    const fs::path temporary =
-        folder / ("." + target.filename().string() + "." + std::to_string(getpid()) + ".tmp");
-    std::string reason;
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        if (!out) {
-            reason = std::strerror(errno);
-        } else {
-            for (const auto& line : lines) {
-                out.write(line.data(), static_cast<std::streamsize>(line.size()));
-                out.write(lineEnd.data(), static_cast<std::streamsize>(lineEnd.size()));
-            }
-            out.flush();
-            if (!out) reason = std::strerror(errno);
-        }
-    }
-    if (reason.empty()) {
-        std::error_code renameError;
-        fs::rename(temporary, target, renameError);
-        if (!renameError) return "";
-        reason = renameError.message();
-    }
-    std::error_code ignored;
-    fs::remove(temporary, ignored);
-    return reason;
-}
-
-}  // namespace
 
 void RYESubmissionJob::SaveDirectSubmitSummary() {
     if (!Params.actualRun || !Params.original || SummaryFileName().empty()) return;

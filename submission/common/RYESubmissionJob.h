@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "platform/database/Query.h"
 #include "platform/host/BQueryViewTable.h"
@@ -43,6 +44,34 @@ struct JobTexts {
     std::string cancelledMessage;     // "IR8A File is cancelled."
 };
 
+// The shape of a job's logs where returns differ. The defaults are the IR8A
+// return's; a return whose logs its users know in another shape (IR8S: fewer
+// blank lines, no detail banner for an empty employee list) says so here
+// instead of copying the driver. All but the last concern the validation pass.
+struct JobLogShape {
+    bool blankLinesAroundStart = false;      // "" before and after "Start Date and Time: ..."
+    bool detailBannerWithoutEmployees = true;  // detail banner even when no employee is listed
+    bool blankLineBeforeHeaderErrors = true;   // "" before the header findings ("" after always)
+    bool blankLinesAroundEmployee = true;      // "", "Employee ...", findings, ""
+    bool blankLineAfterTotals = true;          // "" after the two "Total No. of ..." lines
+    bool blankLinesAroundEnd = true;           // "" before and after "End Date and Time: ..."
+    bool blankLinesAroundViewFailure = false;  // "" around the debug line of a failed view generation
+};
+
+// What a return's header validation differs in; the ten employer rules
+// themselves (source, organisation id type in three steps, id number,
+// authorised person, name, telephone, e-mail blank and longer than 50) are
+// the same for every return.
+struct EmployerHeaderRules {
+    std::string bannerTitle;                  // "             IR8A HEADER VALIDATION             "
+    std::vector<std::string> sourceLines;     // debug lines before the source rule
+    // The keyword ids a source must be ("PrivateSector", "SourceOthers");
+    // empty: the source must locate any keyword row.
+    std::vector<std::string> allowedSources;
+    std::vector<std::string> payerIdLines;    // debug lines before the organisation id type rules
+    std::string taxRefNoMessage;              // "Invalid Organization ID No. cannot be blank."
+};
+
 class RYESubmissionJob : public RSubmissionJob {
 public:
     RYESubmissionJob(BQueryViewTable* context, IRASSubmissionParameters params,
@@ -57,6 +86,10 @@ public:
     void SetEmployeeErrorLog(StringList* employeeErrors) override;
     // Without a prompt, a single-type run saves into the run folder.
     void SetSaveDialog(SaveFilePrompt* prompt) override;
+    // The "Basis Year" of the run. A job whose year was never set refuses to
+    // run rather than write year 0 into a return.
+    void SetBasisYear(int basisYear) override { BasisYear = basisYear; }
+    std::string SummaryFileName() const override { return ""; }
     bool GetHasErrors() const override { return HasErrors; }
     bool GetHasWarnings() const override { return HasWarnings; }
 
@@ -82,6 +115,10 @@ public:
     const StringList& GetErrorList() const { return ErrorList; }
     // Full path of the file the generation pass wrote ("" before or on failure).
     const std::string& GetOutputFilePath() const { return OutputFilePath; }
+    int GetBasisYear() const { return BasisYear; }
+    // "TEST" + basis year + "e" + form name in a trial run, else basis year +
+    // "e" + form name: "2023eIR8S".
+    std::string FileIdentifier() const;
 
 protected:
     // The two drivers; a return's ValidateXFile and ProcessXeSubmission call them.
@@ -110,21 +147,32 @@ protected:
     virtual bool HasTrailer() const { return false; }
     virtual void PrepareTrailer() {}  // sets RecordFault when it cannot be built
     virtual int RecordWidth() const { return 1200; }
-    virtual std::string FileName() const = 0;  // "CUR_Submission(O).txt"
-    virtual std::string DirectSubmitFormType() const = 0;
-    // Name (without ".txt") of the summary file that an actual direct
-    // submission of an Original leaves in the run folder for the form to
-    // find; "" for a return that has none there.
-    virtual std::string SummaryFileName() const { return ""; }
+    // The record width is fixed: a field placed past it is cut rather than
+    // lengthening the line (Appendix 8B).
+    virtual bool FixedWidthRecords() const { return false; }
+    virtual const JobLogShape& LogShape() const;
+    virtual std::string FormName() const = 0;  // "IR8A", "IR8S", "A8A", "A8B"
+    // The file's name: FileIdentifier() + "_Submission(O).txt" ("A" for an
+    // Amendment) unless a return names its files otherwise.
+    virtual std::string FileName() const;
+    // The form type the engine knows the file by; FormName() unless a
+    // return says otherwise.
+    virtual std::string DirectSubmitFormType() const { return FormName(); }
     // The employee named in the findings of a failing row.
     virtual std::string EmployeeTaxNo();
     virtual std::string EmployeeId();
 
-    // Text, number or date of a column of the current MainQuery row (NULL
-    // reads as "", 0 or the empty date); texts are trimmed.
-    std::string Text(const char* column);
-    double Amount(const char* column);
-    Date DateOf(const char* column);
+    // Text, number or date of a column of the current row of a query (NULL
+    // reads as "", 0 or the empty date); texts are trimmed. Without a query:
+    // MainQuery.
+    static std::string Text(db::Query& query, const char* column);
+    static double Amount(db::Query& query, const char* column);
+    static Date DateOf(db::Query& query, const char* column);
+    std::string Text(const char* column) { return Text(MainQuery, column); }
+    double Amount(const char* column) { return Amount(MainQuery, column); }
+    Date DateOf(const char* column) { return DateOf(MainQuery, column); }
+    // A column of the employer row, trimmed of blanks; "" without a row.
+    std::string EmployerText(const char* column);
     // Text of a column of the located KeywordQuery row, trimmed.
     std::string KeywordProperty(const char* column);
 
@@ -136,17 +184,36 @@ protected:
     void OpenEmployerQuery(const std::string& sqlBeforeId);
     // The engine set-up that every RefreshQuery makes before GenerateViewTables.
     int GenerateViewTables(const std::string& submissionType, int year);
+    // What every RefreshQuery opens first: the keyword query, the employer
+    // query and the engine's view tables for submissionType. On a failure
+    // of the engine, "<jobClass>::RefreshQuery(): Error in generating view
+    // tables." goes to the debug log and the answer is 0.
+    int OpenSources(const std::string& employerSqlBeforeId, const std::string& submissionType,
+                    const std::string& jobClass);
+    // The session user's name of a view table: ViewName("IR8S") for the
+    // user's "ViewIR8S".
+    std::string ViewName(const std::string& baseName) const;
+    // The ORDER BY of the employee query by Params.sortOrder: "ORDER BY TaxNo",
+    // "ORDER BY EmployeeId", "ORDER BY EEName1", or "" for another value.
+    std::string SortClause() const;
+    // The employer rules every return checks before an Original file. Clears
+    // ErrorList; nonzero when no rule failed.
+    int ValidateEmployerHeader(const EmployerHeaderRules& rules);
+    // The opening of every summary file: 48 "*", "", title, "", 48 "*", "".
+    static void AppendSummaryBanner(StringList& summary, const std::string& title);
 
     // Saves OutputLines, each ended by CR LF, to path through a temporary
     // file in the same folder; false (and a log line naming the path) when
     // it cannot, leaving no file behind.
     bool SaveOutputLines(const std::string& path);
-    int RunPass(const std::string& title, const std::string& failure, int (RYESubmissionJob::*pass)());
+    int RunPass(const std::string& title, const std::string& failure, int (RYESubmissionJob::*pass)(),
+                const JobLogShape& shape);
     int ValidationPass();
     int GenerationPass();
     void SaveDirectSubmitSummary();
 
     void WriteAllBanner(const std::string& title);       // "", banner, ""
+    void WriteFindings(const StringList& findings, bool blankBefore);
     void WriteInternalBanner(const std::string& title);  // "", banner, ""
 
     BQueryViewTable* Context;

@@ -36,6 +36,8 @@ public:
     virtual void SetInternalMemo(LogSink* debug) = 0;
     virtual void SetEmployeeErrorLog(StringList* employeeErrors) = 0;
     virtual void SetSaveDialog(SaveFilePrompt* prompt) = 0;
+    // The "Basis Year" of the run, set by whoever builds the job.
+    virtual void SetBasisYear(int basisYear) = 0;
 
     // ValidateIR8AFile, ValidateIR8SFile, ...: nonzero when the run may go on.
     virtual int ValidateFile() = 0;
@@ -43,6 +45,11 @@ public:
     virtual int ProcessFile() = 0;
     // GenerateSummaryTextFile, GenerateIR8SSummaryTextFile, ...: appends.
     virtual void GenerateSummary(StringList& summary) = 0;
+    // The summary file's name without ".txt" ("IRASSummaryFile",
+    // "IR8SSummaryFile", "A8ASummaryFile", "A8BSummaryFile"); "" for a return
+    // with no summary file of its own (the supplementary IR8A, which joins
+    // the shared summary of the "All" run only).
+    virtual std::string SummaryFileName() const = 0;
 
     virtual bool GetHasErrors() const = 0;
     virtual bool GetHasWarnings() const = 0;

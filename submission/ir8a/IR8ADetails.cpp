@@ -8,12 +8,16 @@
 #include <optional>
 
 #include "platform/common/CommonLibrary.h"
+#include "submission/common/AmountFields.h"
 #include "submission/ir8a/IR8AFields.h"
+#include "submission/ir8a/IR8ALayout.h"
 #include "submission/ir8a/RIR8AeSubmission.h"
 
 namespace iras {
 
 namespace {
+
+namespace d = ir8a::detail;
 
 // Dollars: "0" when zero, else whole dollars after rounding to cents.
 // Donation: rounded up to the whole dollar first. Unrounded: the encoded
@@ -23,8 +27,7 @@ enum class Money { Dollars, Donation, Unrounded, Cents };
 
 struct MoneyField {
     const char* column;
-    int column0;      // first column, counted from 0
-    int width;
+    RecordField field;
     Money kind;
     int total;        // trailer total it adds to, -1 for none
     const char* caption;
@@ -32,32 +35,32 @@ struct MoneyField {
 
 // Every money field of the record, in record order.
 constexpr std::array<MoneyField, 26> kMoneyFields{{
-    {"Amt", 262, 9, Money::Dollars, 0, "Total income"},
-    {"MOSQFund", 287, 5, Money::Dollars, 11, "Mosque Building Fund"},
-    {"Donation", 292, 5, Money::Donation, 8, "Donations"},
-    {"EECPFPension", 297, 7, Money::Dollars, 9, "Employee's CPF/pension"},
-    {"Insurance", 304, 5, Money::Dollars, 10, "Insurance"},
-    {"GrossTotal", 309, 9, Money::Dollars, 1, "Gross salary"},
-    {"Bonus", 318, 9, Money::Dollars, 2, "Bonus"},
-    {"DirectorFee", 327, 9, Money::Dollars, 3, "Director's fee"},
-    {"OthersAmt", 336, 9, Money::Dollars, 4, "Others"},
-    {"TotalStockGainsBef", 345, 9, Money::Unrounded, -1, "Stock gains (plans before 2003)"},
-    {"ExemptIncomeAmt", 354, 9, Money::Dollars, 5, "Exempt income"},
-    {"TaxBorneByER", 363, 9, Money::Dollars, 6, "Tax borne by employer"},
-    {"FixedAmtBorneByEE", 372, 9, Money::Dollars, 7, "Fixed tax borne by employee"},
-    {"CommissionAmt", 399, 11, Money::Cents, -1, "Commission"},
-    {"Pension", 427, 11, Money::Cents, -1, "Pension"},
-    {"TransportAmt", 438, 11, Money::Cents, -1, "Transport allowance"},
-    {"EntertainmentAmt", 449, 11, Money::Cents, -1, "Entertainment allowance"},
-    {"TotOtherAllowances", 460, 11, Money::Cents, -1, "Other allowances"},
-    {"Gratuity", 471, 11, Money::Cents, -1, "Gratuity"},
-    {"LumpSumCompensation", 482, 11, Money::Cents, -1, "Compensation for loss of office"},
-    {"AccruedTo", 493, 11, Money::Cents, -1, "Retirement benefits accrued up to 1992"},
-    {"AccruedFrom", 504, 11, Money::Cents, -1, "Retirement benefits accrued from 1993"},
-    {"EROutsideContri", 515, 11, Money::Cents, -1, "Contributions to funds outside Singapore"},
-    {"ERExcessContriAmt", 526, 11, Money::Cents, -1, "Excess employer CPF contribution"},
-    {"TotalStockGainsAfterAmt", 537, 11, Money::Cents, -1, "Stock gains (plans from 2003)"},
-    {"TotBenefitsInKind", 548, 11, Money::Cents, -1, "Benefits in kind"},
+    {"Amt", d::kTotalIncome, Money::Dollars, 0, "Total income"},
+    {"MOSQFund", d::kMosqueFund, Money::Dollars, 11, "Mosque Building Fund"},
+    {"Donation", d::kDonation, Money::Donation, 8, "Donations"},
+    {"EECPFPension", d::kEmployeeCpf, Money::Dollars, 9, "Employee's CPF/pension"},
+    {"Insurance", d::kInsurance, Money::Dollars, 10, "Insurance"},
+    {"GrossTotal", d::kSalary, Money::Dollars, 1, "Gross salary"},
+    {"Bonus", d::kBonus, Money::Dollars, 2, "Bonus"},
+    {"DirectorFee", d::kDirectorFee, Money::Dollars, 3, "Director's fee"},
+    {"OthersAmt", d::kOthers, Money::Dollars, 4, "Others"},
+    {"TotalStockGainsBef", d::kStockGainsBefore, Money::Unrounded, -1, "Stock gains (plans before 2003)"},
+    {"ExemptIncomeAmt", d::kExemptIncome, Money::Dollars, 5, "Exempt income"},
+    {"TaxBorneByER", d::kTaxBorneByEmployer, Money::Dollars, 6, "Tax borne by employer"},
+    {"FixedAmtBorneByEE", d::kFixedTaxBorneByEmployee, Money::Dollars, 7, "Fixed tax borne by employee"},
+    {"CommissionAmt", d::kCommission, Money::Cents, -1, "Commission"},
+    {"Pension", d::kPension, Money::Cents, -1, "Pension"},
+    {"TransportAmt", d::kTransport, Money::Cents, -1, "Transport allowance"},
+    {"EntertainmentAmt", d::kEntertainment, Money::Cents, -1, "Entertainment allowance"},
+    {"TotOtherAllowances", d::kOtherAllowances, Money::Cents, -1, "Other allowances"},
+    {"Gratuity", d::kGratuity, Money::Cents, -1, "Gratuity"},
+    {"LumpSumCompensation", d::kCompensation, Money::Cents, -1, "Compensation for loss of office"},
+    {"AccruedTo", d::kAccruedTo, Money::Cents, -1, "Retirement benefits accrued up to 1992"},
+    {"AccruedFrom", d::kAccruedFrom, Money::Cents, -1, "Retirement benefits accrued from 1993"},
+    {"EROutsideContri", d::kOutsideContributions, Money::Cents, -1, "Contributions to funds outside Singapore"},
+    {"ERExcessContriAmt", d::kExcessEmployerCpf, Money::Cents, -1, "Excess employer CPF contribution"},
+    {"TotalStockGainsAfterAmt", d::kStockGainsAfter, Money::Cents, -1, "Stock gains (plans from 2003)"},
+    {"TotBenefitsInKind", d::kBenefitsInKind, Money::Cents, -1, "Benefits in kind"},
 }};
 
 double PrintedSource(const MoneyField& field, double value) {
@@ -65,10 +68,11 @@ double PrintedSource(const MoneyField& field, double value) {
 }
 
 std::optional<std::string> Encode(const MoneyField& field, double value) {
+    const int width = field.field.width;
     switch (field.kind) {
-        case Money::Cents: return ir8a::CentsField(value, field.width);
-        case Money::Unrounded: return ir8a::UnroundedDollarsField(value, field.width);
-        default: return ir8a::DollarsField(PrintedSource(field, value), field.width);
+        case Money::Cents: return CentsField(value, width);
+        case Money::Unrounded: return UnroundedDollarsField(value, width);
+        default: return DollarsField(PrintedSource(field, value), width);
     }
 }
 
@@ -91,7 +95,7 @@ int RIR8AeSubmission::RecordLimitValidation() {
         if (Encode(field, value)) continue;
         ErrorList.push_back("Amount too large for the IR8A record. " + std::string(field.caption) +
                             " of " + TwoPlaces(value) + " does not fit in its " +
-                            std::to_string(field.width) + "-character field.");
+                            std::to_string(field.field.width) + "-character field.");
         clean = false;
     }
     return clean ? 1 : 0;
@@ -118,106 +122,85 @@ void RIR8AeSubmission::PrepareIR8ADetails() {
 
     const bool supplementary = Supplementary();
     BStringOutput& out = *Output;
-    const auto text = [&out](int column0, int width, const std::string& value) {
-        out.PutData(0, column0, width, value, BStringOutput::kText);
-    };
-    const auto date = [&out](int column0, const Date& value) {
-        out.PutData(0, column0, 8, value, BStringOutput::kDate);
-    };
-    // Dates that IRAS wants blank rather than dated when they were never set.
-    const auto optionalDate = [&](int column0, const Date& value, bool wanted) {
-        if (wanted && !_IsDateNull(value)) {
-            date(column0, value);
-        } else {
-            text(column0, 8, "");
-        }
-    };
-    const auto flag = [&](int column0, bool on) { text(column0, 1, on ? "Y" : ""); };
+    const auto flag = [&](const RecordField& field, bool on) { Put(out, field, on ? "Y" : ""); };
     const auto keywordCode = [&](const std::string& keyword) {
         const bool located = YEKeywordRecLocate(keyword);
         return ir8a::IndicatorCode(located, located ? KeywordProperty("YEProperty1") : "");
     };
 
     out.SetNew();
-    text(0, 1, "1");
+    Put(out, d::kRecordType, "1");
     // An id type that locates no keyword (possible in an unchecked
     // Amendment) is left blank rather than borrowing another row's code.
     if (YEKeywordRecLocate(Text("PayeeIDType"))) {
-        out.PutData(0, 1, 1, _CStrToInt(KeywordProperty("YEProperty3")), BStringOutput::kText);
+        Put(out, d::kIdType, _CStrToInt(KeywordProperty("YEProperty3")));
     } else {
-        text(1, 1, "");
+        Put(out, d::kIdType, "");
     }
-    text(2, 12, Text("TaxNo"));
-    text(14, 40, Text("EEName1"));
-    text(54, 40, Text("EEName2"));
-    // The address block is not reported: eleven empty fields.
-    int column0 = 94;
-    for (int width : {1, 10, 32, 3, 5, 6, 30, 30, 30, 6, 3}) {
-        text(column0, width, "");
-        column0 += width;
-    }
-    text(250, 3, Text("IRASNationalityCode"));
-    text(253, 1, Text("Gender"));
-    date(254, DateOf("DOB"));
-    date(271, DateOf("PaymentFrom"));
-    date(279, DateOf(supplementary ? "SupPaymentTo" : "PaymentTo"));
+    Put(out, d::kIdNo, Text("TaxNo"));
+    Put(out, d::kName1, Text("EEName1"));
+    Put(out, d::kName2, Text("EEName2"));
+    for (const RecordField& field : d::kAddress) Put(out, field, "");
+    Put(out, d::kNationality, Text("IRASNationalityCode"));
+    Put(out, d::kGender, Text("Gender"));
+    Put(out, d::kDateOfBirth, DateOf("DOB"));
+    Put(out, d::kPeriodFrom, DateOf("PaymentFrom"));
+    Put(out, d::kPeriodTo, DateOf(supplementary ? "SupPaymentTo" : "PaymentTo"));
     for (std::size_t i = 0; i < kMoneyFields.size(); ++i) {
         const MoneyField& field = kMoneyFields[i];
-        out.PutData(0, field.column0, field.width, money[i], BStringOutput::kAmount);
+        Put(out, field.field, money[i]);
         if (field.total >= 0 && !_IsZeroValue(values[i])) {
-            TrailerTotals[static_cast<std::size_t>(field.total)] +=
-                ir8a::DollarsValue(PrintedSource(field, values[i]));
+            TrailerTotals[static_cast<std::size_t>(field.total)] += DollarsValue(PrintedSource(field, values[i]));
         }
     }
 
     const double directorFee = Amount("DirectorFee");
     const double compensation = Amount("LumpSumCompensation");
     const Date approved = DateOf("CompensationApprovedDate");
-    flag(381, !_IsZeroValue(Amount("TotBenefitsInKind")));
-    // 383, section 45: whether tax is withheld on a non-resident director's
-    // fees. Directors only: those whose designation names them one.
-    text(382, 1, ir8a::Section45Indicator(Text("Designation"), Text("IRASSection45")));
-    // 384, income tax borne by the employer: F fully, P partially, H a fixed
+    flag(d::kBenefitsInKindIndicator, !_IsZeroValue(Amount("TotBenefitsInKind")));
+    // Section 45: whether tax is withheld on a non-resident director's fees.
+    // Directors only: those whose designation names them one.
+    Put(out, d::kSection45, ir8a::Section45Indicator(Text("Designation"), Text("IRASSection45")));
+    // Income tax borne by the employer: F fully, P partially, H a fixed
     // amount borne by the employee; blank when not applicable.
     const std::string borneStatus = Text("IncomeBorneStatus");
-    text(383, 1, ir8a::IncomeBorneCode(borneStatus, keywordCode(borneStatus),
-                                       Amount("FixedAmtBorneByEE")));
-    flag(384, !_IsZeroValue(Amount("Gratuity")));
-    flag(385, !_IsZeroValue(compensation));
+    Put(out, d::kIncomeTaxBorne,
+        ir8a::IncomeBorneCode(borneStatus, keywordCode(borneStatus), Amount("FixedAmtBorneByEE")));
+    flag(d::kGratuityIndicator, !_IsZeroValue(Amount("Gratuity")));
+    flag(d::kCompensationIndicator, !_IsZeroValue(compensation));
     if (!_IsZeroValue(compensation)) {
-        text(386, 1, _IsDateNull(approved) ? "N" : "Y");
+        Put(out, d::kCompensationApproval, _IsDateNull(approved) ? "N" : "Y");
     } else {
-        text(386, 1, "");
+        Put(out, d::kCompensationApproval, "");
     }
-    optionalDate(387, approved, !_IsZeroValue(compensation));
-    // 396, cessation provisions apply (an employee who joined before 1969
-    // and is leaving): "Y", else blank.
-    flag(395, Text("CessationProvision") == "Y");
-    flag(396, Text("IR8SIndicator") == "Y" || !_IsZeroValue(Amount("DiffERCPF")));
-    // 398, the exempt or remission income indicator: the IRAS code of
+    PutDateOrBlank(out, d::kCompensationApprovalDate, approved, !_IsZeroValue(compensation));
+    // Cessation provisions apply (an employee who joined before 1969 and is
+    // leaving): "Y", else blank.
+    flag(d::kCessationProvision, Text("CessationProvision") == "Y");
+    flag(d::kIR8SIndicator, Text("IR8SIndicator") == "Y" || !_IsZeroValue(Amount("DiffERCPF")));
+    // The exempt or remission income indicator: the IRAS code of
     // ExemptIncomeType (1 OCLA, 2 OHQ, 3 seaman, 4 exemption, ...), blank
     // when not applicable.
-    text(397, 1, keywordCode(Text("ExemptIncomeType")));
-    text(398, 1, "");
-    optionalDate(410, DateOf("CommissionFrom"), true);
-    optionalDate(418, DateOf("CommissionTo"), true);
+    Put(out, d::kExemptIncomeIndicator, keywordCode(Text("ExemptIncomeType")));
+    Put(out, d::kReserved399, "");
+    PutDateOrBlank(out, d::kCommissionFrom, DateOf("CommissionFrom"));
+    PutDateOrBlank(out, d::kCommissionTo, DateOf("CommissionTo"));
     {
         const bool located = YEKeywordRecLocate(Text("CommissionStatus"));
-        text(426, 1, located ? KeywordProperty("YEProperty1") : "");
+        Put(out, d::kCommissionType, located ? KeywordProperty("YEProperty1") : "");
     }
-    text(559, 7, "");
-    // 567-596: the employee's designation.
-    text(566, 30, Text("Designation"));
-    optionalDate(596, DateOf("Commencement"), true);
-    optionalDate(604, DateOf(supplementary ? "SupCessation" : "Cessation"), true);
-    optionalDate(612, DateOf("BonusDeclared"), !_IsZeroValue(Amount("NonContratualBonus")));
-    optionalDate(620, DateOf("DirFeeApproved"), !_IsZeroValue(directorFee));
-    text(628, 60, Text("RetirementDetails"));
-    text(688, 60, Text("EEPensionDetails"));
-    text(748, 1, Text("BankId"));
-    text(749, 8, "");
-    text(757, 393, "");
-    text(1150, 50, "");
+    Put(out, d::kReserved560, "");
+    Put(out, d::kDesignation, Text("Designation"));
+    PutDateOrBlank(out, d::kCommencement, DateOf("Commencement"));
+    PutDateOrBlank(out, d::kCessation, DateOf(supplementary ? "SupCessation" : "Cessation"));
+    PutDateOrBlank(out, d::kBonusDeclared, DateOf("BonusDeclared"), !_IsZeroValue(Amount("NonContratualBonus")));
+    PutDateOrBlank(out, d::kDirectorFeeApproved, DateOf("DirFeeApproved"), !_IsZeroValue(directorFee));
+    Put(out, d::kRetirementDetails, Text("RetirementDetails"));
+    Put(out, d::kPensionDetails, Text("EEPensionDetails"));
+    Put(out, d::kBankId, Text("BankId"));
+    Put(out, d::kReserved750, "");
+    Put(out, d::kFiller758, "");
+    Put(out, d::kFiller1151, "");
     out.SetEnd(1);
     out.ListOutput(OutputLines);
     ++RecordsSucceeded;

@@ -66,13 +66,7 @@ std::string RIR8AeSubmission::EmployeeQueryText() const {
            "LumpSumCompensation <> 0 OR RemissionAmt <> 0 OR ExemptIncomeAmt <> 0 OR "
            "TaxBorneByER <> 0 OR FixedAmtBorneByEE <> 0 OR EECPFPension <> 0 OR Donation <> 0 "
            "OR MOSQFund <> 0 OR Insurance <> 0)";
-    switch (Params.sortOrder) {
-        case 0: sql += "ORDER BY TaxNo"; break;
-        case 1: sql += "ORDER BY EmployeeId"; break;
-        case 2: sql += "ORDER BY EEName1"; break;
-        default: break;
-    }
-    return sql;
+    return sql + SortClause();
 }
 
 int RIR8AeSubmission::RefreshQuery() {
@@ -83,15 +77,11 @@ int RIR8AeSubmission::RefreshQuery() {
                      "\": it must be CurIR8A or SupIR8A. No file is created.");
         return 0;
     }
-    OpenKeywordQuery();
-    OpenEmployerQuery(
+    const std::string employerSql =
         " Select (TRIM(replace(replace(replace(ERName1,'''',''),';',''),'^','')) || ' ' || "
         "TRIM(replace(replace(replace(ERName2,'''',''),';',''),'^',''))) AS EmployerName , * "
-        "FROM YEEmployer WHERE YEEmployerId = '");
-    if (GenerateViewTables(IR8AType, Params.year) == 0) {
-        WriteInternalMemo("RIR8AeSubmission::RefreshQuery(): Error in generating view tables.");
-        return 0;
-    }
+        "FROM YEEmployer WHERE YEEmployerId = '";
+    if (OpenSources(employerSql, IR8AType, "RIR8AeSubmission") == 0) return 0;
     MainQuery.Close();
     MainQuery.ClearSQL();
     MainQuery.SetSQL(EmployeeQueryText());

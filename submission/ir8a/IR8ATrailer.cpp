@@ -4,27 +4,27 @@
 #include <cstdio>
 
 #include "platform/common/CommonLibrary.h"
+#include "submission/common/AmountFields.h"
 #include "submission/common/RYESubmissionCommon.h"
-#include "submission/ir8a/IR8AFields.h"
+#include "submission/ir8a/IR8ALayout.h"
 #include "submission/ir8a/RIR8AeSubmission.h"
 
 namespace iras {
 
 void RIR8AeSubmission::PrepareIR8ATrailer() {
     if (!Params.check) return;
+    namespace t = ir8a::trailer;
     BStringOutput& out = *Output;
-    out.PutData(0, 0, 1, "2", BStringOutput::kText);
-    out.PutData(0, 1, 6, RecordsSucceeded, BStringOutput::kInteger);
-    int column0 = 7;
-    for (double total : TrailerTotals) {
+    Put(out, t::kRecordType, "2");
+    Put(out, t::kRecordCount, RecordsSucceeded);
+    for (int i = 0; i < t::kTotals.count; ++i) {
+        const double total = TrailerTotals[static_cast<std::size_t>(i)];
         std::string field = "0";
         if (total != 0.0) {
-            try {
-                field = DecodeAmount(total, false, true, 0, 12);
-            } catch (const std::exception&) {
-                field.clear();
-            }
-            if (field.empty() || field.size() > 12) {
+            const auto encoded = AmountField(total, false, true, 0, t::kTotal.width);
+            if (encoded) {
+                field = *encoded;
+            } else {
                 // The sum of the records is beyond the 12 places of the
                 // trailer: the file cannot be made correctly.
                 char value[64];
@@ -35,46 +35,32 @@ void RIR8AeSubmission::PrepareIR8ATrailer() {
                 field = "";
             }
         }
-        out.PutData(0, column0, 12, field, BStringOutput::kText);
-        column0 += 12;
+        Put(out, t::kTotals.Field(i, t::kTotal), field);
     }
-    out.PutData(0, 151, 1049, "", BStringOutput::kText);
+    Put(out, t::kFiller, "");
 }
 
 void RIR8AeSubmission::GenerateSummaryTextFile(StringList& summary) {
-    const std::string stars(48, '*');
-    const auto employer = [this](const char* column) -> std::string {
-        if (!EmployerQuery.Active() || EmployerQuery.IsEmpty()) return "";
-        std::string text = EmployerQuery.FieldByName(column).AsString();
-        const auto first = text.find_first_not_of(' ');
-        if (first == std::string::npos) return "";
-        return text.substr(first, text.find_last_not_of(' ') - first + 1);
-    };
     // Every line but the salary shows a zero total as "$ 0"; the salary line
     // ends in "$ " then, as the users' summaries always have.
     const auto money = [](const std::string& label, double total) {
-        const std::string grouped = ir8a::FormatThousands(total);
+        const std::string grouped = FormatThousands(total);
         return label + "$ " + (grouped.empty() ? "0" : grouped);
     };
 
-    summary.push_back(stars);
-    summary.push_back("");
-    summary.push_back(Supplementary() ? "SUMMARY OF FILE - Supplementary IR8A    "
-                                      : "SUMMARY OF FILE - Current IR8A    ");
-    summary.push_back("");
-    summary.push_back(stars);
-    summary.push_back("");
+    AppendSummaryBanner(summary, Supplementary() ? "SUMMARY OF FILE - Supplementary IR8A    "
+                                                 : "SUMMARY OF FILE - Current IR8A    ");
     summary.push_back("File Name:         " + OutputFilePath);
-    summary.push_back("Organisation Name: " + employer("EmployerName"));
-    YEKeywordRecLocate(employer("PayerID"));
-    summary.push_back("Organisation ID:   " + employer("TaxRefNo"));
+    summary.push_back("Organisation Name: " + EmployerText("EmployerName"));
+    YEKeywordRecLocate(EmployerText("PayerID"));
+    summary.push_back("Organisation ID:   " + EmployerText("TaxRefNo"));
     summary.push_back("Form Type:         IR8A");
     summary.push_back(std::string("Batch Indicator:   ") + (Params.original ? "O" : "A"));
     summary.push_back("Basis Year:        " + std::to_string(BasisYear));
     summary.push_back("No of Records:     " + std::to_string(RecordsSucceeded));
     summary.push_back("");
     summary.push_back("--------------------- INCOME -------------------");
-    summary.push_back("Salary:            $ " + ir8a::FormatThousands(TrailerTotals[1]));
+    summary.push_back("Salary:            $ " + FormatThousands(TrailerTotals[1]));
     summary.push_back(money("Bonus:             ", TrailerTotals[2]));
     summary.push_back(money("Director's Fee:    ", TrailerTotals[3]));
     summary.push_back(money("Others:            ", TrailerTotals[4]));

@@ -6,20 +6,10 @@
 #include <initializer_list>
 
 #include "platform/common/CommonLibrary.h"
+#include "platform/common/Text.h"
 #include "submission/ir8a/RIR8AeSubmission.h"
 
 namespace iras {
-
-namespace {
-
-bool IsOneOf(const std::string& value, std::initializer_list<const char*> choices) {
-    for (const char* choice : choices) {
-        if (value == choice) return true;
-    }
-    return false;
-}
-
-}  // namespace
 
 int RIR8AeSubmission::IR8ADetailsValidation() {
     ErrorList.clear();

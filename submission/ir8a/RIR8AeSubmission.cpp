@@ -2,7 +2,7 @@
 // drivers), the texts by which its logs and files are known.
 #include "submission/ir8a/RIR8AeSubmission.h"
 
-#include "platform/host/HostFunctions.h"
+#include <utility>
 
 namespace iras {
 
@@ -31,17 +31,11 @@ JobTexts IR8ATexts(bool supplementary) {
 
 RIR8AeSubmission::RIR8AeSubmission(BQueryViewTable* context, IRASSubmissionParameters params,
                                    std::string runFolder, std::string copyFolder)
-    : RYESubmissionJob(context, std::move(params), std::move(runFolder), std::move(copyFolder)) {
-    const std::string ip = context != nullptr ? context->sGetIPAddress() : "";
-    const std::string user = context != nullptr ? context->sGetUserID() : "";
-    ViewEmployee = _GetViewTableName("ViewYEEmployee", ip, user);
-    ViewIR8A = _GetViewTableName("ViewIR8A", ip, user);
-}
+    : RYESubmissionJob(context, std::move(params), std::move(runFolder), std::move(copyFolder)) {}
 
 RIR8AeSubmission::~RIR8AeSubmission() = default;
 
 void RIR8AeSubmission::SetIR8AType(const std::string& type) { IR8AType = type; }
-void RIR8AeSubmission::SetBasisYear(int basisYear) { BasisYear = basisYear; }
 
 int RIR8AeSubmission::ValidateIR8AFile() { return RunValidation(); }
 int RIR8AeSubmission::ProcessIR8AeSubmission() { return RunGeneration(); }
@@ -50,11 +44,6 @@ const JobTexts& RIR8AeSubmission::Texts() const {
     static const JobTexts current = IR8ATexts(false);
     static const JobTexts supplementary = IR8ATexts(true);
     return Supplementary() ? supplementary : current;
-}
-
-std::string RIR8AeSubmission::FileIdentifier() const {
-    const std::string identifier = std::to_string(BasisYear) + "eIR8A";
-    return Params.actualRun ? identifier : "TEST" + identifier;
 }
 
 std::string RIR8AeSubmission::FileName() const {

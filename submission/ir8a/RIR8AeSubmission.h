@@ -21,7 +21,6 @@ public:
     ~RIR8AeSubmission() override;
 
     void SetIR8AType(const std::string& type);  // "CurIR8A" or "SupIR8A"
-    void SetBasisYear(int basisYear);
 
     int ValidateIR8AFile();        // nonzero when the file may be made
     int ProcessIR8AeSubmission();  // nonzero when the file was made
@@ -31,6 +30,7 @@ public:
     int ValidateFile() override { return ValidateIR8AFile(); }
     int ProcessFile() override { return ProcessIR8AeSubmission(); }
     void GenerateSummary(StringList& summary) override { GenerateSummaryTextFile(summary); }
+    std::string SummaryFileName() const override;  // "IRASSummaryFile", current IR8A only
 
     int RefreshQuery() override;
     void PrepareIR8AHeader();
@@ -40,8 +40,6 @@ public:
     void PrepareIR8ATrailer();
 
     const std::string& GetIR8AType() const { return IR8AType; }
-    // "TEST" + basis year + "eIR8A" in a trial run, else basis year + "eIR8A".
-    std::string FileIdentifier() const;
     // The twelve trailer totals in trailer order (Amt, GrossTotal, Bonus, ...).
     const std::array<double, 12>& GetTrailerTotals() const { return TrailerTotals; }
 
@@ -54,17 +52,17 @@ protected:
     void PrepareDetails() override { PrepareIR8ADetails(); }
     bool HasTrailer() const override { return true; }
     void PrepareTrailer() override { PrepareIR8ATrailer(); }
+    std::string FormName() const override { return "IR8A"; }
     std::string FileName() const override;
     std::string DirectSubmitFormType() const override;
-    std::string SummaryFileName() const override;  // "IRASSummaryFile", current IR8A only
 
 private:
     bool Supplementary() const { return IR8AType != "CurIR8A"; }
     std::string EmployeeQueryText() const;
 
     std::string IR8AType = "CurIR8A";
-    std::string ViewEmployee;  // the session user's view of YEEmployee (alias A)
-    std::string ViewIR8A;      // the session user's view of IR8A (alias B)
+    std::string ViewEmployee = ViewName("YEEmployee");  // the session user's view of YEEmployee (alias A)
+    std::string ViewIR8A = ViewName("IR8A");            // the session user's view of IR8A (alias B)
     std::array<double, 12> TrailerTotals{};
 };
 

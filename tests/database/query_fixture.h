@@ -12,6 +12,7 @@
 
 #include "platform/database/Query.h"
 #include "platform/database/Schema.h"
+#include "tests/support/ScratchFolder.h"
 
 namespace iras::db::testing {
 
@@ -41,12 +42,7 @@ std::string ErrorOf(Action action) {
     return "";
 }
 
-inline std::filesystem::path FreshFolder(const std::string& name) {
-    const auto folder = std::filesystem::temp_directory_path() / ("iras_db_" + std::to_string(::getpid()) + "_" + name);
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directories(folder);
-    return folder;
-}
+inline std::filesystem::path FreshFolder(const std::string& name) { return iras::testing::UniqueTempFolder("iras_db_" + name); }
 
 class ScratchDatabase : public ::testing::Test {
 protected:

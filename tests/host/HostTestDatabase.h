@@ -14,6 +14,7 @@
 
 #include "platform/database/Query.h"
 #include "platform/database/Schema.h"
+#include "tests/support/ScratchFolder.h"
 
 namespace iras::testing {
 
@@ -22,15 +23,6 @@ inline std::string ReadText(const std::filesystem::path& path) {
     std::stringstream text;
     text << in.rdbuf();
     return text.str();
-}
-
-inline std::filesystem::path UniqueTempFolder(const std::string& stem) {
-    static std::atomic<int> counter{0};
-    auto folder = std::filesystem::temp_directory_path() /
-                  (stem + "-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directories(folder);
-    return folder;
 }
 
 class HostDatabaseTest : public ::testing::Test {

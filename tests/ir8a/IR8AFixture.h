@@ -20,82 +20,16 @@
 #include "platform/database/Query.h"
 #include "platform/database/Schema.h"
 #include "platform/host/HostFunctions.h"
+#include "submission/ir8a/IR8ALayout.h"
 #include "submission/ir8a/RIR8AeSubmission.h"
+#include "tests/support/ReturnTestSupport.h"
 
 namespace iras::testing {
 
-inline std::string ReadBytes(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
-// The records of a return file, split at CR LF; a last record without one fails.
-inline std::vector<std::string> Records(const std::string& bytes) {
-    std::vector<std::string> records;
-    for (std::size_t start = 0, end; start < bytes.size(); start = end + 2) {
-        end = bytes.find("\r\n", start);
-        if (end == std::string::npos) { ADD_FAILURE() << "last record is not ended by CR LF"; break; }
-        records.push_back(bytes.substr(start, end - start));
-    }
-    return records;
-}
-
-// A record of blanks with texts at 1-based positions, as the layout tables give them.
+// An IR8A record of blanks with texts at 1-based positions.
 inline std::string Layout(std::initializer_list<std::pair<int, std::string>> fields) {
-    std::string record(1200, ' ');
-    for (const auto& [position, text] : fields) record.replace(position - 1, text.size(), text);
-    return record;
+    return RecordOf(ir8a::kRecordWidth, fields);
 }
-
-inline std::string Span(const std::string& record, int first, int last) {
-    return record.substr(first - 1, last - first + 1);
-}
-
-// Records every call in order ("SubmitRecords(true, false)") and answers as scripted.
-struct RecordingEngine : BYESubmissionEngine {
-    struct Script {
-        std::vector<std::string> calls;
-        int generate = 1, execute = 1, submit = 1;
-        bool errors = false, warnings = false;
-        std::function<void(int, const std::string&, const std::string&)> buildViews;
-    };
-    explicit RecordingEngine(std::shared_ptr<Script> s) : script(std::move(s)) {}
-    void Call(const std::string& line) { script->calls.push_back(line); }
-    static std::string B(bool b) { return b ? "true" : "false"; }
-
-    void SetYEYear(int y) override { year = y, Call("SetYEYear(" + std::to_string(y) + ")"); }
-    void SetYEEmployerId(const std::string& id) override { employer = id, Call("SetYEEmployerId(" + id + ")"); }
-    void SetYESubmissionType(const std::string& t) override { type = t, Call("SetYESubmissionType(" + t + ")"); }
-    void SetYEIgnoreChanges(bool b) override { Call("SetYEIgnoreChanges(" + B(b) + ")"); }
-    void SetIsDirectSubmit(bool b) override { Call("SetIsDirectSubmit(" + B(b) + ")"); }
-    void SetSubmitUserIDType(const std::string& t) override { Call("SetSubmitUserIDType(" + t + ")"); }
-    void SetSubmitUserID(const std::string& id) override { Call("SetSubmitUserID(" + id + ")"); }
-    void SetSubmitReportPath(const std::string& p) override { Call("SetSubmitReportPath(" + p + ")"); }
-    int GenerateViewTables() override {
-        Call("GenerateViewTables()");
-        if (script->generate != 0 && script->buildViews) script->buildViews(year, employer, type);
-        return script->generate;
-    }
-    int ExecuteDirectSubmit(const std::string& file, const std::string& form, int validateOnly) override {
-        Call("ExecuteDirectSubmit(" + file + ", " + form + ", " + std::to_string(validateOnly) + ")");
-        return script->execute;
-    }
-    bool HasErrors() const override { return script->errors; }
-    bool HasWarnings() const override { return script->warnings; }
-    void DirectSubmitAppendLog(LogSink* memo, const std::string& name) override {
-        Call("DirectSubmitAppendLog(" + name + ")");
-        memo->Append("engine record for " + name);
-    }
-    int SubmitRecords(bool original, bool allRun) override {
-        Call("SubmitRecords(" + B(original) + ", " + B(allRun) + ")");
-        return script->submit;
-    }
-    int CopyRecords(int, int) override { return 1; }
-
-    std::shared_ptr<Script> script;
-    int year = 0;
-    std::string employer, type;
-};
 
 inline DateTime IR8AClock() { return DateTime{Date{2024, 3, 1}, 9, 5, 7}; }
 
@@ -103,10 +37,7 @@ class IR8ATest : public ::testing::Test {
 protected:
     void SetUp() override {
         SetClockForTesting(&IR8AClock);
-        static std::atomic<int> counter{0};
-        root = std::filesystem::temp_directory_path() /
-               ("ir8a-test-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-        std::filesystem::remove_all(root);
+        root = UniqueTempFolder("ir8a-test");
         std::filesystem::create_directories(root / "run");
         db::CreateDatabase(root / "payroll.db", false);
         db::ConnectionRegistry::Register("kovadb", {"sqlite", (root / "payroll.db").string(), false});

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "apps/run/RunController.h"
+#include "tests/support/ScratchFolder.h"
 
 namespace iras::testing {
 
@@ -28,14 +29,7 @@ inline std::string ReadFile(const fs::path& path) {
     return text.str();
 }
 
-inline fs::path UniqueFolder(const std::string& stem) {
-    static int counter = 0;
-    const fs::path folder =
-        fs::temp_directory_path() / (stem + "-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-    fs::remove_all(folder);
-    fs::create_directories(folder);
-    return folder;
-}
+inline fs::path UniqueFolder(const std::string& stem) { return UniqueTempFolder(stem); }
 
 // What a fake return answers when driven.
 struct JobScript {
@@ -70,6 +64,11 @@ private:
         void SetInternalMemo(LogSink*) override {}
         void SetEmployeeErrorLog(StringList* list) override { errors_ = list; }
         void SetSaveDialog(SaveFilePrompt*) override {}
+        void SetBasisYear(int) override {}
+        std::string SummaryFileName() const override {
+            if (name_ == "CurIR8A") return "IRASSummaryFile";
+            return name_ == "SupIR8A" ? "" : name_ + "SummaryFile";
+        }
         int ValidateFile() override {
             owner_.calls.push_back(name_ + ":Validate");
             log_->Append(name_ + " validated");

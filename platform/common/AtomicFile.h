@@ -1,0 +1,50 @@
+// Every file this system writes (return files, summaries, logs, copies) is
+// written to a temporary file beside its target and renamed over it only when
+// complete, so that a full disk, a refused folder or a killed run never leaves
+// half a file under the name the user or IRAS will read.
+//
+// The three steps that can fail (making the temporary file, writing it,
+// renaming it) go through one seam that a test can make fail, so that the
+// handling of a full disk or an unwritable folder is tested, not assumed.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "platform/common/LogSink.h"
+
+namespace iras {
+
+enum class FileStep { Create, Write, Rename };
+
+// Answers an error for a step to make it fail, or an empty error_code to let
+// it run. nullptr restores the real file system.
+using FileFaultHook = std::function<std::error_code(FileStep step, const std::filesystem::path& target)>;
+void SetFileFaultForTesting(FileFaultHook hook);
+
+// The temporary files of this system start with this text (".iras-tmp-"), so
+// that what a killed run left behind can be told from the user's own files.
+inline constexpr std::string_view kTemporaryFilePrefix = ".iras-tmp-";
+
+// Writes to target what write puts into the stream (a stream error counts as
+// a failure), through a temporary file beside it. "" when the file is in
+// place, else the reason ("No space left on device"); on failure the target
+// is as it was and no temporary file stays behind.
+std::string WriteFileAtomically(const std::filesystem::path& target,
+                                const std::function<void(std::ostream&)>& write);
+
+// Writes bytes to target. "" when the file is in place, else the reason
+// ("No space left on device"); on failure the target is as it was and no
+// temporary file stays behind.
+std::string WriteFileAtomically(const std::filesystem::path& target, std::string_view bytes);
+
+// The lines, each followed by lineEnd (CR LF for return files, "\n" for logs
+// and summaries), written as WriteFileAtomically does.
+std::string WriteLinesAtomically(const std::filesystem::path& target, const StringList& lines,
+                                 std::string_view lineEnd);
+
+}  // namespace iras
