@@ -38,13 +38,28 @@ CREATE FUNCTION iras_money(x DOUBLE PRECISION) RETURNS NUMERIC
 -- A stored date 'YYYY-MM-DD' (a time may follow) as a date; NULL for text
 -- that is not one.
 CREATE FUNCTION iras_parse_date(x TEXT) RETURNS DATE LANGUAGE plpgsql IMMUTABLE AS $$
+DECLARE
+    y INTEGER;
+    m INTEGER;
+    d INTEGER;
+    first DATE;
 BEGIN
+    -- Checked by hand, not by catching a failed cast: an exception block
+    -- costs a subtransaction on every row of a query.
     IF x IS NULL OR x !~ '^\s*\d{4}-\d{2}-\d{2}([ T]\d{2}:\d{2}(:\d{2}(\.\d+)?)?)?\s*$' THEN
         RETURN NULL;
     END IF;
-    RETURN CAST(substr(trim(x), 1, 10) AS DATE);
-EXCEPTION WHEN others THEN
-    RETURN NULL;
+    y := CAST(substr(trim(x), 1, 4) AS INTEGER);
+    m := CAST(substr(trim(x), 6, 2) AS INTEGER);
+    d := CAST(substr(trim(x), 9, 2) AS INTEGER);
+    IF y < 1 OR m < 1 OR m > 12 OR d < 1 THEN
+        RETURN NULL;
+    END IF;
+    first := make_date(y, m, 1);
+    IF d > extract(day FROM first + INTERVAL '1 month' - INTERVAL '1 day') THEN
+        RETURN NULL;
+    END IF;
+    RETURN first + (d - 1);
 END $$;
 
 CREATE FUNCTION year(x TEXT) RETURNS INTEGER
@@ -114,6 +129,18 @@ BEGIN
     END LOOP;
     RETURN result || rest;
 END $$;
+
+-- substr with the 64-bit integers that the payroll's INTEGER becomes.
+CREATE FUNCTION substr(x TEXT, start BIGINT, count BIGINT) RETURNS TEXT
+    LANGUAGE sql IMMUTABLE AS $$ SELECT pg_catalog.substr(x, CAST(start AS INTEGER), CAST(count AS INTEGER)) $$;
+CREATE FUNCTION substr(x TEXT, start BIGINT) RETURNS TEXT
+    LANGUAGE sql IMMUTABLE AS $$ SELECT pg_catalog.substr(x, CAST(start AS INTEGER)) $$;
+
+-- julianday(date) of the scripts: days since noon of 24 November 4714 BC, so
+-- that the difference of two dates is their distance in days.
+CREATE FUNCTION julianday(x TEXT) RETURNS DOUBLE PRECISION LANGUAGE sql STABLE AS $$
+    SELECT CAST(to_char(iras_parse_date(iras_date(x)), 'J') AS DOUBLE PRECISION) - 0.5
+$$;
 
 CREATE FUNCTION ifnull(a ANYCOMPATIBLE, b ANYCOMPATIBLE) RETURNS ANYCOMPATIBLE
     LANGUAGE sql IMMUTABLE AS $$ SELECT coalesce(a, b) $$;
