@@ -52,11 +52,18 @@ TEST(ServerRefusesTheConnection, MessageNamesServerAndCauseAndTheExitStatusIsThe
     EXPECT_THAT(init.err, HasSubstr("The database \"nosuchdb\" does not exist"));
 }
 
-TEST(InitDbOnServer, RefusesADatabaseThatHoldsThePayrollTables) {
+TEST(InitDbOnServer, MakesTheTablesInAnEmptyDatabaseOnceAndRefusesThemAgain) {
     IRAS_REQUIRE_POSTGRES();
-    const ToolResult init = RunTool({"init-db", PostgresEnvironment::Get().PostgresSample(), "--sample"});
-    EXPECT_EQ(init.status, kExitDatabase);
-    EXPECT_THAT(init.err, HasSubstr("The payroll tables already exist in the PostgreSQL server"));
+    PostgresServer& server = PostgresEnvironment::Get().Server();
+    server.CreateDatabase("fresh");
+    const ToolResult first = RunTool({"init-db", server.Uri("fresh")});
+    EXPECT_EQ(first.status, 0) << first.err;
+    EXPECT_THAT(first.err, HasSubstr("Created the payroll tables in the PostgreSQL server 127.0.0.1:" +
+                                     std::to_string(server.Port()) + ", database \"fresh\"."));
+    EXPECT_THAT(first.err, Not(HasSubstr("payroll-secret")));
+    const ToolResult again = RunTool({"init-db", server.Uri("fresh"), "--sample"});
+    EXPECT_EQ(again.status, kExitDatabase);
+    EXPECT_THAT(again.err, HasSubstr("The payroll tables already exist in the PostgreSQL server"));
 }
 
 // An output stream that calls an action once the n-th line holding a text has
