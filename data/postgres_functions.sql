@@ -19,6 +19,12 @@ CREATE COLLATION IF NOT EXISTS nocase (provider = icu, locale = 'und-u-ks-level2
 -- Amounts: dollars and cents, exact.
 CREATE DOMAIN money_amount AS NUMERIC;
 
+-- The text that the functions below give compares byte by byte, as the
+-- schema's text columns do: a return sorted by a looked-up employee id must
+-- not follow the server's language rules. A function's text takes the
+-- collation of its text arguments, so those are payroll_text as well.
+CREATE DOMAIN payroll_text AS TEXT COLLATE "C";
+
 CREATE FUNCTION iras_round(x NUMERIC, places INTEGER DEFAULT 0) RETURNS NUMERIC
     LANGUAGE sql IMMUTABLE AS $$ SELECT round(x, places) $$;
 CREATE FUNCTION iras_round(x DOUBLE PRECISION, places INTEGER DEFAULT 0) RETURNS NUMERIC
@@ -70,7 +76,7 @@ CREATE FUNCTION year(x DATE) RETURNS INTEGER
 -- DATE(x, modifiers...) of the scripts: 'YYYY-MM-DD' text, 'now' for today
 -- on the server, modifiers '+N days', '-N months', '+N years' ('localtime'
 -- and 'utc' change nothing: the server's day is the day).
-CREATE FUNCTION iras_date(x TEXT, VARIADIC modifiers TEXT[] DEFAULT '{}') RETURNS TEXT
+CREATE FUNCTION iras_date(x payroll_text, VARIADIC modifiers payroll_text[] DEFAULT '{}') RETURNS payroll_text
     LANGUAGE plpgsql STABLE AS $$
 DECLARE
     day DATE;
@@ -96,7 +102,7 @@ BEGIN
 END $$;
 
 -- strftime(format, date) of the scripts, for %Y, %m, %d and %%.
-CREATE FUNCTION strftime(format TEXT, x TEXT) RETURNS TEXT LANGUAGE plpgsql STABLE AS $$
+CREATE FUNCTION strftime(format payroll_text, x payroll_text) RETURNS payroll_text LANGUAGE plpgsql STABLE AS $$
 DECLARE
     day DATE := CASE WHEN lower(trim(x)) = 'now' THEN current_date ELSE iras_parse_date(x) END;
 BEGIN
@@ -108,7 +114,7 @@ BEGIN
 END $$;
 
 -- printf(format, numbers...) of the scripts, for %d with a width ('%04d').
-CREATE FUNCTION printf(format TEXT, VARIADIC args NUMERIC[]) RETURNS TEXT LANGUAGE plpgsql IMMUTABLE AS $$
+CREATE FUNCTION printf(format payroll_text, VARIADIC args NUMERIC[]) RETURNS payroll_text LANGUAGE plpgsql IMMUTABLE AS $$
 DECLARE
     result TEXT := '';
     rest TEXT := format;
@@ -148,7 +154,7 @@ CREATE FUNCTION ifnull(a ANYCOMPATIBLE, b ANYCOMPATIBLE) RETURNS ANYCOMPATIBLE
 -- The look-ups of the payroll's master tables. Each gives NULL for a NULL
 -- argument or when there is no such row. The bodies say $1: an argument's
 -- name would lose to a table of the same name (Personal, Employee).
-CREATE FUNCTION FGetEmployeeIdByPersonalSysId(personal BIGINT) RETURNS TEXT LANGUAGE sql STABLE AS $$
+CREATE FUNCTION FGetEmployeeIdByPersonalSysId(personal BIGINT) RETURNS payroll_text LANGUAGE sql STABLE AS $$
     SELECT EmployeeCode FROM Employee WHERE PersonalSysId = $1 ORDER BY EmployeeSysId LIMIT 1
 $$;
 
@@ -158,17 +164,17 @@ $$;
 
 -- The bank row entered first (the server keeps no order of entry; the
 -- row's place in the table is the nearest to it).
-CREATE FUNCTION FGetIRASEmployeeBank(employee BIGINT) RETURNS TEXT LANGUAGE sql STABLE AS $$
+CREATE FUNCTION FGetIRASEmployeeBank(employee BIGINT) RETURNS payroll_text LANGUAGE sql STABLE AS $$
     SELECT IRASBankCode FROM EmployeeBank WHERE EmployeeSysId = $1 ORDER BY ctid LIMIT 1
 $$;
 
-CREATE FUNCTION FGetPersonalName(personal BIGINT) RETURNS TEXT LANGUAGE sql STABLE AS $$
+CREATE FUNCTION FGetPersonalName(personal BIGINT) RETURNS payroll_text LANGUAGE sql STABLE AS $$
     SELECT PersonalName FROM Personal WHERE PersonalSysId = $1
 $$;
 
 -- 'YYYY-MM-DD HH:MM:SS' as 'dd/mm/yyyy hh:mm:ss'; a date alone shows
 -- midnight, text of another form comes back as it is.
-CREATE FUNCTION FGetDateTimeFormat(x TEXT) RETURNS TEXT LANGUAGE plpgsql IMMUTABLE AS $$
+CREATE FUNCTION FGetDateTimeFormat(x payroll_text) RETURNS payroll_text LANGUAGE plpgsql IMMUTABLE AS $$
 DECLARE
     day DATE := iras_parse_date(x);
     clock TEXT := '00:00:00';

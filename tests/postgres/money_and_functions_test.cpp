@@ -79,6 +79,22 @@ TEST_F(BothDatabases, PayrollFunctionsGiveTheSameValueOnBoth) {
     }
 }
 
+TEST_F(BothDatabases, TextFromTheFunctionsSortsByteByByteAsOnSQLite) {
+    IRAS_REQUIRE_POSTGRES();
+    // The test server's own collation is English (ICU en-US), which sorts
+    // "_c", "a", "B"; SQLite compares bytes. Text that is no date comes back
+    // from FGetDateTimeFormat as it is.
+    const std::string sql =
+        "SELECT FGetDateTimeFormat(x) AS v FROM (SELECT 'a' AS x UNION ALL SELECT 'B' UNION ALL SELECT '_c') "
+        "ORDER BY v";
+    for (const char* alias : {"lite", "server"}) {
+        db::Query query = Open(alias, sql);
+        std::vector<std::string> order;
+        for (query.First(); !query.Eof(); query.Next()) order.push_back(query.FieldByName("v").AsString());
+        EXPECT_EQ(order, (std::vector<std::string>{"B", "_c", "a"})) << alias;  // 0x42, 0x5F, 0x61
+    }
+}
+
 // The REAL columns of each table of the SQLite sample, with its key.
 struct AmountTable {
     std::string name;

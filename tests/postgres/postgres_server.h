@@ -6,7 +6,9 @@
 // skips, saying why.
 //
 // The server asks for a password over TCP (scram-sha-256): the superuser
-// "payroll" has the password "payroll-secret".
+// "payroll" has the password "payroll-secret". Its collation is English (ICU
+// en-US), as on a real server, so that any text the returns sort by the
+// server's language rules instead of byte by byte shows up.
 #pragma once
 
 #include <arpa/inet.h>
@@ -102,7 +104,8 @@ public:
         if (asRoot_) Run("chown nobody " + ShellQuoted((folder_ / "password").string()), false);
         if (!Run(Tool("initdb") + " -D " + ShellQuoted(Data()) + " -U " + kPostgresUser + " --pwfile=" +
                      ShellQuoted((folder_ / "password").string()) +
-                     " --auth-local=trust --auth-host=scram-sha-256 -E UTF8 --locale=C.UTF-8 -N",
+                     " --auth-local=trust --auth-host=scram-sha-256 -E UTF8 --locale=C.UTF-8"
+                     " --locale-provider=icu --icu-locale=en-US -N",
                  true)) {
             problem_ = "initdb failed: " + Log();
             return false;
