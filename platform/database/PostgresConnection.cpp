@@ -15,23 +15,15 @@
 #include <optional>
 
 #include "platform/common/Text.h"
+#include "platform/database/CHandle.h"
 #include "platform/database/SqlDialect.h"
 
 namespace iras::db {
 namespace {
 
-struct ConnectionCloser {
-    void operator()(PGconn* connection) const { PQfinish(connection); }
-};
-struct ResultClearer {
-    void operator()(PGresult* result) const { PQclear(result); }
-};
-struct OptionsFreer {
-    void operator()(PQconninfoOption* options) const { PQconninfoFree(options); }
-};
-using ConnectionPtr = std::unique_ptr<PGconn, ConnectionCloser>;
-using ResultPtr = std::unique_ptr<PGresult, ResultClearer>;
-using OptionsPtr = std::unique_ptr<PQconninfoOption, OptionsFreer>;
+using ConnectionPtr = CHandle<PGconn, PQfinish>;
+using ResultPtr = CHandle<PGresult, PQclear>;
+using OptionsPtr = CHandle<PQconninfoOption, PQconninfoFree>;
 
 // Type oids of the results (pg_type.h is a server header).
 constexpr Oid BoolOid = 16;

@@ -13,20 +13,15 @@
 #include <system_error>
 
 #include "platform/common/Text.h"
+#include "platform/database/CHandle.h"
 #include "platform/database/DatabaseFunctions.h"
 #include "platform/database/SqlDialect.h"
 
 namespace iras::db {
 namespace {
 
-struct DatabaseCloser {
-    void operator()(sqlite3* db) const { sqlite3_close_v2(db); }
-};
-struct StatementFinalizer {
-    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
-};
-using DatabasePtr = std::unique_ptr<sqlite3, DatabaseCloser>;
-using StatementPtr = std::unique_ptr<sqlite3_stmt, StatementFinalizer>;
+using DatabasePtr = CHandle<sqlite3, sqlite3_close_v2>;
+using StatementPtr = CHandle<sqlite3_stmt, sqlite3_finalize>;
 
 // The hidden result column that carries the row key of an editable result.
 constexpr const char* RowKeyColumn = "iras_row_key_";
