@@ -70,6 +70,21 @@ public:
     virtual void Begin() = 0;
     virtual void Commit() = 0;
     virtual void Rollback() noexcept = 0;
+
+protected:
+    // Runs body in a transaction of its own when wrap is true: committed when
+    // body returns, rolled back when it throws.
+    template <typename Body>
+    void InTransactionIf(bool wrap, Body body) {
+        if (wrap) Begin();
+        try {
+            body();
+        } catch (...) {
+            if (wrap) Rollback();
+            throw;
+        }
+        if (wrap) Commit();
+    }
 };
 
 // Opens the database a configuration describes, by its driver name ("sqlite",

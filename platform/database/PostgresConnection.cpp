@@ -204,9 +204,7 @@ public:
 
     void ExecScript(const std::string& script) override {
         std::lock_guard lock(mutex_);
-        const bool wrap = depth_ == 0 && !ScriptControlsTransactions(script);
-        if (wrap) Begin();
-        try {
+        InTransactionIf(depth_ == 0 && !ScriptControlsTransactions(script), [&] {
             int number = 0;
             for (const std::string& text : SplitStatements(script)) {
                 ++number;
@@ -221,25 +219,15 @@ public:
                                         error.NativeCode());
                 }
             }
-        } catch (...) {
-            if (wrap) Rollback();
-            throw;
-        }
-        if (wrap) Commit();
+        });
     }
 
     void ExecNativeScript(const std::string& script) override {
         std::lock_guard lock(mutex_);
-        const bool wrap = depth_ == 0;
-        if (wrap) Begin();
-        try {
+        InTransactionIf(depth_ == 0, [&] {
             ResultPtr result(PQexec(connection_.get(), script.c_str()));
             Check(result, script);
-        } catch (...) {
-            if (wrap) Rollback();
-            throw;
-        }
-        if (wrap) Commit();
+        });
     }
 
     void UpdateRow(const std::string& table, const Value& rowKey,

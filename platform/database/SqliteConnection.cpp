@@ -86,9 +86,7 @@ public:
     }
 
     void ExecScript(const std::string& script) override {
-        const bool wrap = sqlite3_get_autocommit(db_.get()) && !ScriptControlsTransactions(script);
-        if (wrap) Begin();
-        try {
+        InTransactionIf(sqlite3_get_autocommit(db_.get()) && !ScriptControlsTransactions(script), [&] {
             std::lock_guard lock(mutex_);
             // A failing statement is named by its number and its start.
             RunEach(TranslateForSqlite(script), nullptr, script, [&](int, int number, std::string_view statement) {
@@ -100,24 +98,14 @@ public:
                                               "statement " + std::to_string(number) + " of the script: " + text),
                                      code);
             });
-        } catch (...) {
-            if (wrap) Rollback();
-            throw;
-        }
-        if (wrap) Commit();
+        });
     }
 
     void ExecNativeScript(const std::string& script) override {
-        const bool wrap = sqlite3_get_autocommit(db_.get()) && !ScriptControlsTransactions(script);
-        if (wrap) Begin();
-        try {
+        InTransactionIf(sqlite3_get_autocommit(db_.get()) && !ScriptControlsTransactions(script), [&] {
             std::lock_guard lock(mutex_);
             RunEach(script, nullptr, script, [&](int rc, int, std::string_view) { return Failure(rc, script); });
-        } catch (...) {
-            if (wrap) Rollback();
-            throw;
-        }
-        if (wrap) Commit();
+        });
     }
 
     void UpdateRow(const std::string& table, const Value& rowKey,
