@@ -13,6 +13,10 @@ endfunction()
 # iras::common, by which the other targets link it.
 function(iras_library name dir)
   string(REGEX REPLACE "^iras_" "" short ${name})
+  # The platform, the returns and the runs also make up libiras_core.so.
+  if(dir MATCHES "^(platform|submission|apps/run)")
+    set_property(GLOBAL APPEND PROPERTY IRAS_CORE_LIBRARIES ${name})
+  endif()
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${dir}/*.cpp)
   if(NOT sources)
     # A folder whose code has not landed yet still yields a target to link.

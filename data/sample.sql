@@ -419,9 +419,8 @@ DROP TABLE CopyIR8A;
 -- 2022. Two people who left during 2022 were paid in 2023 for 2022: arrears
 -- of salary and a bonus declared late in 2022. Their 2022 rows hold the
 -- cessation dates that the supplementary query reads for the basis year.
--- (The clean employer has no supplementary rows in year-end year 2024, so
--- that its "All" run for 2024, which gives the supplementary return the same
--- basis year as the others, passes.)
+-- (The clean employer's supplementary rows of year-end year 2024, made for
+-- its "All" run for 2024, are in sample_a8b.sql.)
 ------------------------------------------------------------------------------
 INSERT INTO YEEmployee (YEEmployerId, YEYear, PersonalSysId, CurrentYEGlobalId, SupYEGlobalId, PayeeIDType, TaxNo,
                         EEName1, EEName2, IRASNationalityCode, Gender, DOB, Designation,

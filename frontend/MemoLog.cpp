@@ -2,14 +2,23 @@
 // few times a second is enough for the eye and keeps a long log fast.
 #include "frontend/MemoLog.h"
 
+#include <QTextCursor>
+
 namespace iras {
 
 MemoLog::MemoLog(QPlainTextEdit* memo) : memo_(memo) { sincePaint_.start(); }
 
 void MemoLog::Append(const std::string& line) {
+    const bool first = lines_.View().empty();
     lines_.Append(line);
     if (!memo_) return;
-    memo_->appendPlainText(QString::fromStdString(line));
+    // appendPlainText would swallow a first line that is empty (an empty
+    // memo already holds one empty paragraph); the memo must show the log's
+    // lines exactly as the saved log file has them.
+    QTextCursor end(memo_->document());
+    end.movePosition(QTextCursor::End);
+    end.insertText((first ? QString() : QStringLiteral("\n")) + QString::fromStdString(line));
+    memo_->moveCursor(QTextCursor::End);  // and keep the newest line in sight
     if (sincePaint_.elapsed() > 150 && memo_->isVisible()) {
         memo_->viewport()->repaint();
         sincePaint_.restart();

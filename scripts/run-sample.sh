@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # The sample run: sets the machine up and builds (scripts/setup.sh), makes a
 # fresh sample payroll database in a scratch folder, generates the "All" run of
-# the sample employer IR8AYA2025 for basis year 2024 as user ADMIN, checks
-# every file it made with "iras-yearend check", and says where everything is.
+# the sample employer IR8AYA2025 for basis year 2024 as user ADMIN, lists
+# every file it made and checks each with "iras-yearend check" (a rejected
+# file fails the script), and says where everything is.
 # The scratch folder is out/sample (or $IRAS_SAMPLE_DIR); what an earlier
 # sample run left there is replaced.
 set -euo pipefail
@@ -37,6 +38,10 @@ if [ "${#made[@]}" -eq 0 ]; then
   echo "The sample run made no files; see $scratch/run.log" >&2
   exit 7
 fi
+echo "The sample run made ${#made[@]} return files:"
+for file in "${made[@]}"; do echo "  ${file##*/}"; done
+echo
+echo "Checking them as IRAS would:"
 "$tool" check "${made[@]}"
 
 echo

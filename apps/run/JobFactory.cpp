@@ -6,7 +6,10 @@
 #include <array>
 #include <functional>
 
+#include "submission/a8a/RA8AeSubmission.h"
+#include "submission/a8b/RA8BeSubmission.h"
 #include "submission/ir8a/RIR8AeSubmission.h"
+#include "submission/ir8s/RIR8SeSubmission.h"
 
 namespace iras {
 
@@ -21,14 +24,32 @@ std::unique_ptr<RSubmissionJob> MakeIR8A(const JobSetup& setup, const std::strin
     return job;
 }
 
+// The form never sets the greater-than-100K and IR8S-indicator switches; its
+// three "IR8S Options" set the others.
+std::unique_ptr<RSubmissionJob> MakeIR8S(const JobSetup& setup) {
+    auto job = std::make_unique<RIR8SeSubmission>(setup.session, setup.params, setup.runFolder,
+                                                  setup.copyFolder);
+    job->SetGreaterThan100K(false);
+    job->SetExcessCPF(setup.ir8s.excessCPF);
+    job->SetOverseasCPF(setup.ir8s.overseasCPF);
+    job->SetIR8SIndicator(false);
+    job->SetPercentOrdWage(setup.ir8s.percentOrdWage);
+    return job;
+}
+
 const std::array<JobMaker, 5>& Makers() {
     static const std::array<JobMaker, 5> makers = {
         [](const JobSetup& setup) { return MakeIR8A(setup, "CurIR8A"); },
         [](const JobSetup& setup) { return MakeIR8A(setup, "SupIR8A"); },
-        JobMaker{},  // IR8S: SetGreaterThan100K(false), SetExcessCPF, SetOverseasCPF,
-                     // SetIR8SIndicator(false), SetPercentOrdWage from setup.ir8s
-        JobMaker{},  // Appendix 8A
-        JobMaker{},  // Appendix 8B
+        MakeIR8S,
+        [](const JobSetup& setup) -> std::unique_ptr<RSubmissionJob> {
+            return std::make_unique<RA8AeSubmission>(setup.session, setup.params, setup.runFolder,
+                                                     setup.copyFolder);
+        },
+        [](const JobSetup& setup) -> std::unique_ptr<RSubmissionJob> {
+            return std::make_unique<RA8BeSubmission>(setup.session, setup.params, setup.runFolder,
+                                                     setup.copyFolder);
+        },
     };
     return makers;
 }

@@ -36,7 +36,7 @@ public:
     virtual std::unique_ptr<RSubmissionJob> Create(FileType type, const JobSetup& setup) = 0;
 };
 
-// The returns of this version: both IR8A returns. IR8S, Appendix 8A and
+// The returns of this version: both IR8A returns and IR8S. Appendix 8A and
 // Appendix 8B join as their jobs are written.
 class ReturnJobFactory : public JobFactory {
 public:

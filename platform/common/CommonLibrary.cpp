@@ -77,7 +77,7 @@ double RoundDecimal(double value, int places, bool roundHalfUp) {
             if (!up) {
                 return 0.0;
             }
-            decimal.digits = "1";
+            decimal.digits.assign(1, '1');  // not = "1": GCC 12 warns falsely of overlapping copies
             decimal.exponent = -static_cast<long long>(places);
         } else {
             decimal.digits.resize(static_cast<std::size_t>(keep));

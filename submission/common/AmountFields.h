@@ -32,4 +32,8 @@ double DollarsValue(double value);
 // empty text for zero.
 std::string FormatThousands(double value);
 
+// The summary files' "#,##0.00": rounded to cents, thousands grouped with
+// ",", always two decimals ("0.00" for zero, "-1,234.50" below zero).
+std::string FormatThousandsAndCents(double value);
+
 }  // namespace iras

@@ -13,6 +13,7 @@
 #include "platform/common/Date.h"
 #include "platform/common/Text.h"
 #include "platform/host/HostFunctions.h"
+#include "submission/common/SharedRecordFields.h"
 
 namespace iras {
 
@@ -128,6 +129,11 @@ std::string RYESubmissionJob::EmployerText(const char* column) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::string RYESubmissionJob::PayeeIdTypeCode() {
+    if (!YEKeywordRecLocate(Text("PayeeIDType"))) return "";
+    return std::to_string(_CStrToInt(KeywordProperty("YEProperty3")));
+}
+
 std::string RYESubmissionJob::EmployeeTaxNo() { return Text("TaxNo"); }
 std::string RYESubmissionJob::EmployeeId() { return Text("EmployeeId"); }
 
@@ -187,8 +193,16 @@ std::string RYESubmissionJob::SortClause() const {
 int RYESubmissionJob::ValidateEmployerHeader(const EmployerHeaderRules& rules) {
     ErrorList.clear();
     WriteInternalBanner(rules.bannerTitle);
-    const auto debug = [this](const std::vector<std::string>& lines) {
+    const auto debug = [this, &rules](const std::vector<std::string>& lines) {
+        if (rules.blankLinesAroundHeadings) WriteInternalMemo("");
         for (const auto& line : lines) WriteInternalMemo(line);
+        if (rules.blankLinesAroundHeadings) WriteInternalMemo("");
+    };
+    // The value a blank test looks at: as stored, or trimmed of blanks.
+    const auto tested = [this, &rules](const char* column) {
+        if (!rules.untrimmedBlankTests) return EmployerText(column);
+        if (!EmployerQuery.Active() || EmployerQuery.IsEmpty()) return std::string();
+        return EmployerQuery.FieldByName(column).AsString();
     };
 
     debug(rules.sourceLines);
@@ -202,10 +216,9 @@ int RYESubmissionJob::ValidateEmployerHeader(const EmployerHeaderRules& rules) {
     if (!sourceValid) ErrorList.push_back("Invalid Source.");
 
     debug(rules.payerIdLines);
-    const std::string payerId = EmployerText("PayerID");
-    if (payerId.empty()) {
+    if (tested("PayerID").empty()) {
         ErrorList.push_back("Invalid Organization ID Type. Organization ID Type cannot be blank.");
-    } else if (!YEKeywordRecLocate(payerId)) {
+    } else if (!YEKeywordRecLocate(EmployerText("PayerID"))) {
         ErrorList.push_back("Invalid Organization ID Type.");
     } else if (KeywordProperty("YEProperty1") == "G") {
         // IRAS stopped taking GST numbers as the organisation id; the file
@@ -215,23 +228,81 @@ int RYESubmissionJob::ValidateEmployerHeader(const EmployerHeaderRules& rules) {
             "Assessment 2013. File is not created.");
     }
 
-    WriteInternalMemo("Validating Organization ID No.");
-    if (EmployerText("TaxRefNo").empty()) ErrorList.push_back(rules.taxRefNoMessage);
-    WriteInternalMemo("Validating Name of Authorised Person");
-    if (EmployerText("AuthorisedName").empty()) ErrorList.push_back("Invalid Name of Authorised Person.");
-    WriteInternalMemo("Validating Name of Employer");
-    if (EmployerText("EmployerName").empty()) ErrorList.push_back("Invalid employer name.");
-    WriteInternalMemo("Validating Telephone number of Authorised Person");
+    debug({"Validating Organization ID No."});
+    if (tested("TaxRefNo").empty()) ErrorList.push_back(rules.taxRefNoMessage);
+    debug({"Validating Name of Authorised Person"});
+    if (tested("AuthorisedName").empty()) ErrorList.push_back("Invalid Name of Authorised Person.");
+    debug({"Validating Name of Employer"});
+    if (tested("EmployerName").empty()) ErrorList.push_back("Invalid employer name.");
+    debug({"Validating Telephone number of Authorised Person"});
     if (EmployerText("TelephoneNo").empty()) ErrorList.push_back("Telephone number cannot be blank.");
-    WriteInternalMemo("Validating Email Address of Authorised Person");
-    const std::string email = EmployerText("EmailAddress");
-    if (email.empty()) {
-        ErrorList.push_back("Email address cannot be blank.");
-    } else if (CharacterCount(email) > 50) {
-        // The record has 60 places, but IRAS accepts no more than 50.
+    debug({"Validating Email Address of Authorised Person"});
+    if (EmployerText("EmailAddress").empty()) ErrorList.push_back("Email address cannot be blank.");
+    // The record has 60 places, but IRAS accepts no more than 50. (A trimmed
+    // value that is too long is never empty, so the two rules exclude each
+    // other unless the length is taken with the blanks.)
+    if (CharacterCount(tested("EmailAddress")) > 50) {
         ErrorList.push_back("Email address cannot be more than 50 characters.");
     }
     return ErrorList.empty() ? 1 : 0;
+}
+
+void RYESubmissionJob::PutEmployerHeader(const EmployerHeaderFields& fields, const std::string& formName) {
+    BStringOutput& out = *Output;
+    Put(out, fields.recordType, "0");
+    if (YEKeywordRecLocate(EmployerText("EmployerSource"))) {
+        Put(out, fields.source, _CStrToInt(KeywordProperty("YEProperty3")));
+    } else {
+        Put(out, fields.source, "");
+    }
+    Put(out, fields.basisYear, BasisYear);
+    if (YEKeywordRecLocate(EmployerText("PayerID"))) {
+        Put(out, fields.organisationIdType, KeywordProperty("YEProperty1"));
+    } else {
+        Put(out, fields.organisationIdType, "");
+    }
+    Put(out, fields.organisationIdNo, EmployerText("TaxRefNo"));
+    Put(out, fields.authorisedName, EmployerText("AuthorisedName"));
+    Put(out, fields.authorisedDesignation, EmployerText("Designation"));
+    Put(out, fields.employerName, EmployerText("EmployerName"));
+    Put(out, fields.telephone, EmployerText("TelephoneNo"));
+    Put(out, fields.email, EmployerText("EmailAddress"));
+    Put(out, fields.batchIndicator, Params.original ? "O" : "A");
+    // The file date is the database server's, not the workstation's.
+    Put(out, fields.batchDate, _GetDBServerCurrentDate());
+    Put(out, fields.divisionBranch, EmployerText("DivisionBranch"));
+    Put(out, fields.formName, formName);
+    Put(out, fields.filler, "");
+}
+
+void RYESubmissionJob::PutEmployerHeaderFields() {
+    namespace h = employer_header;
+    BStringOutput& out = *Output;
+    Put(out, h::kOrganisationIdNo, EmployerText("TaxRefNo"));
+    Put(out, h::kAuthorisedName, EmployerText("AuthorisedName"));
+    Put(out, h::kAuthorisedDesignation, EmployerText("Designation"));
+    Put(out, h::kEmployerName, EmployerText("EmployerName"));
+    Put(out, h::kTelephone, EmployerText("TelephoneNo"));
+    Put(out, h::kEmail, EmployerText("EmailAddress"));
+    Put(out, h::kBatchIndicator, Params.original ? "O" : "A");
+    // The batch date is the database server's, not the workstation's.
+    Put(out, h::kBatchDate, _GetDBServerCurrentDate());
+}
+
+void RYESubmissionJob::PutEmployeeDetailFields() {
+    namespace d = employee_detail;
+    BStringOutput& out = *Output;
+    Put(out, d::kRecordType, "1");
+    // An id type that locates no keyword (possible in an unchecked
+    // Amendment) is left blank rather than borrowing another row's code.
+    if (YEKeywordRecLocate(Text("PayeeIDType"))) {
+        Put(out, d::kIdType, _CStrToInt(KeywordProperty("YEProperty3")));
+    } else {
+        Put(out, d::kIdType, "");
+    }
+    Put(out, d::kIdNo, Text("TaxNo"));
+    Put(out, d::kName1, Text("EEName1"));
+    Put(out, d::kName2, Text("EEName2"));
 }
 
 void RYESubmissionJob::AppendSummaryBanner(StringList& summary, const std::string& title) {

@@ -20,6 +20,7 @@
 #include "platform/host/BYESubmissionEngine.h"
 #include "submission/common/BStringOutput.h"
 #include "submission/common/IRASSubmissionParameters.h"
+#include "submission/common/RecordLayout.h"
 #include "submission/common/RunLogs.h"
 #include "submission/common/SubmissionJob.h"
 
@@ -70,6 +71,14 @@ struct EmployerHeaderRules {
     std::vector<std::string> allowedSources;
     std::vector<std::string> payerIdLines;    // debug lines before the organisation id type rules
     std::string taxRefNoMessage;              // "Invalid Organization ID No. cannot be blank."
+    // The blank tests of the organisation id type and number, the authorised
+    // person and the employer name, and the e-mail length test, look at the
+    // value as stored, blanks kept: a value of blanks is not empty and passes
+    // them (Appendix 8A). Telephone and e-mail are always tested trimmed, and
+    // a code is always looked up trimmed. false: every value is trimmed first.
+    bool untrimmedBlankTests = false;
+    // "" before and after each rule's heading lines in the debug log.
+    bool blankLinesAroundHeadings = false;
 };
 
 class RYESubmissionJob : public RSubmissionJob {
@@ -171,6 +180,10 @@ protected:
     std::string Text(const char* column) { return Text(MainQuery, column); }
     double Amount(const char* column) { return Amount(MainQuery, column); }
     Date DateOf(const char* column) { return DateOf(MainQuery, column); }
+    // The IRAS code of the current employee's PayeeIDType (YEProperty3 of
+    // its keyword row, as a number); "" when the type has no keyword row
+    // (possible in an unchecked Amendment), rather than another row's code.
+    std::string PayeeIdTypeCode();
     // A column of the employer row, trimmed of blanks; "" without a row.
     std::string EmployerText(const char* column);
     // Text of a column of the located KeywordQuery row, trimmed.
@@ -199,6 +212,22 @@ protected:
     // The employer rules every return checks before an Original file. Clears
     // ErrorList; nonzero when no rule failed.
     int ValidateEmployerHeader(const EmployerHeaderRules& rules);
+    // Places the employer's header record in its fields on the record being
+    // built: "0", the source code (YEProperty3) and organisation id type
+    // (YEProperty1) of the employer's keywords, basis year, organisation id
+    // number, authorised person, employer name, contacts, "O" or "A", the
+    // database server's date, division, formName and a blank filler. A code
+    // without a keyword row (an unchecked Amendment) leaves its position blank.
+    void PutEmployerHeader(const EmployerHeaderFields& fields, const std::string& formName);
+    // The header fields of the employer and the batch, organisation id number
+    // to batch date (positions 10-230 of the returns with a payment type,
+    // IR8A and Appendix 8B): the employer row's texts, "O" or "A", the
+    // database server's date.
+    void PutEmployerHeaderFields();
+    // The detail record's opening that every return writes alike (positions
+    // 1-94): record type "1", the IRAS code of the employee's id type, id
+    // number and the two name lines of MainQuery's row.
+    void PutEmployeeDetailFields();
     // The opening of every summary file: 48 "*", "", title, "", 48 "*", "".
     static void AppendSummaryBanner(StringList& summary, const std::string& title);
 

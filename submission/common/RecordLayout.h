@@ -51,6 +51,15 @@ struct RecordBlock {
     constexpr int Last() const { return start + count * length - 1; }
 };
 
+// Where a return's header record holds the employer's fields. The header
+// records of the returns carry the same fields, each return at its own
+// positions (IR8A adds a payment type after the basis year).
+struct EmployerHeaderFields {
+    RecordField recordType, source, basisYear, organisationIdType, organisationIdNo, authorisedName,
+        authorisedDesignation, employerName, telephone, email, batchIndicator, batchDate, divisionBranch,
+        formName, filler;
+};
+
 // The builder flag of a kind.
 int FlagOf(FieldKind kind);
 

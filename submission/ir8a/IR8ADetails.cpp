@@ -129,17 +129,7 @@ void RIR8AeSubmission::PrepareIR8ADetails() {
     };
 
     out.SetNew();
-    Put(out, d::kRecordType, "1");
-    // An id type that locates no keyword (possible in an unchecked
-    // Amendment) is left blank rather than borrowing another row's code.
-    if (YEKeywordRecLocate(Text("PayeeIDType"))) {
-        Put(out, d::kIdType, _CStrToInt(KeywordProperty("YEProperty3")));
-    } else {
-        Put(out, d::kIdType, "");
-    }
-    Put(out, d::kIdNo, Text("TaxNo"));
-    Put(out, d::kName1, Text("EEName1"));
-    Put(out, d::kName2, Text("EEName2"));
+    PutEmployeeDetailFields();
     for (const RecordField& field : d::kAddress) Put(out, field, "");
     Put(out, d::kNationality, Text("IRASNationalityCode"));
     Put(out, d::kGender, Text("Gender"));

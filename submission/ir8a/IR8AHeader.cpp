@@ -2,7 +2,6 @@
 // whether the batch is an Original or an Amendment; and the checks IRAS makes
 // on the employer before it accepts an original file.
 #include "platform/common/CommonLibrary.h"
-#include "platform/host/HostFunctions.h"
 #include "submission/ir8a/IR8ALayout.h"
 #include "submission/ir8a/RIR8AeSubmission.h"
 
@@ -21,15 +20,7 @@ void RIR8AeSubmission::PrepareIR8AHeader() {
     Put(out, h::kPaymentType, "08");
     YEKeywordRecLocate(EmployerText("PayerID"));
     Put(out, h::kOrganisationIdType, KeywordProperty("YEProperty1"));
-    Put(out, h::kOrganisationIdNo, EmployerText("TaxRefNo"));
-    Put(out, h::kAuthorisedName, EmployerText("AuthorisedName"));
-    Put(out, h::kAuthorisedDesignation, EmployerText("Designation"));
-    Put(out, h::kEmployerName, EmployerText("EmployerName"));
-    Put(out, h::kTelephone, EmployerText("TelephoneNo"));
-    Put(out, h::kEmail, EmployerText("EmailAddress"));
-    Put(out, h::kBatchIndicator, Params.original ? "O" : "A");
-    // The batch date is the database server's, not the workstation's.
-    Put(out, h::kBatchDate, _GetDBServerCurrentDate());
+    PutEmployerHeaderFields();
     Put(out, h::kDivisionBranch, EmployerText("DivisionBranch"));
     Put(out, h::kFormName, "IR8A");
     Put(out, h::kFiller, "");

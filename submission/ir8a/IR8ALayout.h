@@ -4,6 +4,7 @@
 // and never a column number.
 #pragma once
 
+#include "submission/common/SharedRecordFields.h"
 #include "submission/common/RecordLayout.h"
 
 namespace iras::ir8a {
@@ -11,30 +12,16 @@ namespace iras::ir8a {
 inline constexpr int kRecordWidth = 1200;
 
 namespace header {
-inline constexpr RecordField kRecordType{1, 1, FieldKind::Text};
-inline constexpr RecordField kSource{2, 1, FieldKind::Text};
-inline constexpr RecordField kBasisYear{3, 4, FieldKind::Text};
-inline constexpr RecordField kPaymentType{7, 2, FieldKind::Text};
-inline constexpr RecordField kOrganisationIdType{9, 1, FieldKind::Text};
-inline constexpr RecordField kOrganisationIdNo{10, 12, FieldKind::Text};
-inline constexpr RecordField kAuthorisedName{22, 30, FieldKind::Text};
-inline constexpr RecordField kAuthorisedDesignation{52, 30, FieldKind::Text};
-inline constexpr RecordField kEmployerName{82, 60, FieldKind::Text};
-inline constexpr RecordField kTelephone{142, 20, FieldKind::Text};
-inline constexpr RecordField kEmail{162, 60, FieldKind::Text};
-inline constexpr RecordField kBatchIndicator{222, 1, FieldKind::Text};
-inline constexpr RecordField kBatchDate{223, 8, FieldKind::Date};
+// Positions 1-230, the same in every return with a payment type.
+using namespace employer_header;
 inline constexpr RecordField kDivisionBranch{231, 30, FieldKind::Text};
 inline constexpr RecordField kFormName{261, 10, FieldKind::Text};
 inline constexpr RecordField kFiller{271, 930, FieldKind::Text};
 }  // namespace header
 
 namespace detail {
-inline constexpr RecordField kRecordType{1, 1, FieldKind::Text};
-inline constexpr RecordField kIdType{2, 1, FieldKind::Text};
-inline constexpr RecordField kIdNo{3, 12, FieldKind::Text};
-inline constexpr RecordField kName1{15, 40, FieldKind::Text};
-inline constexpr RecordField kName2{55, 40, FieldKind::Text};
+// Positions 1-94, the same in every return.
+using namespace employee_detail;
 // 95-250, the address block, is not reported: eleven empty fields.
 inline constexpr RecordField kAddress[] = {
     {95, 1, FieldKind::Text},   {96, 10, FieldKind::Text},  {106, 32, FieldKind::Text},
@@ -102,8 +89,8 @@ inline constexpr RecordField kFiller1151{1151, 50, FieldKind::Text};
 }  // namespace detail
 
 namespace trailer {
-inline constexpr RecordField kRecordType{1, 1, FieldKind::Text};
-inline constexpr RecordField kRecordCount{2, 6, FieldKind::Integer};
+// Positions 1-7, the same in every return with a trailer.
+using namespace trailer_count;
 // The twelve totals, 12 wide each from position 8, written as text ("0" or
 // the unpadded encoded total).
 inline constexpr RecordBlock kTotals{8, 12, 12};

@@ -304,7 +304,7 @@ TEST_F(SampleQueries, AppendixEightBDerivesTheTotalsFromPlansSince2003) {
     main.AddSQL("ORDER BY EEName1");
     main.Open();
     EXPECT_EQ(testing::Column(main, "PersonalName"),
-              (Values{"David Anthony Fernandez", "Lim Wei Jie", "Tan Boon Huat"}));
+              (Values{"David Anthony Fernandez", "Goh Siew Lan", "Lim Wei Jie", "Tan Boon Huat"}));
 
     ASSERT_TRUE(Locate(main, 1006));
     EXPECT_EQ(main.FieldByName("EmployeeId").AsString(), "LCP0006");

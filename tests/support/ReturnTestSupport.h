@@ -17,6 +17,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/database/Query.h"
+#include "platform/database/Schema.h"
 #include "platform/host/BYESubmissionEngine.h"
 #include "submission/common/RecordLayout.h"
 #include "tests/support/ScratchFolder.h"
@@ -64,6 +66,14 @@ inline void ExpectFieldsTile(std::vector<RecordField> fields, int first, int las
         next = field.start + field.width;
     }
     EXPECT_EQ(next - 1, last) << "the fields end at " << next - 1;
+}
+
+// Makes a new payroll database at path (schema and keyword codes, and the
+// sample data when asked) and reaches it as "kovadb"; the caller
+// unregisters the alias when done.
+inline void OpenPayroll(const std::filesystem::path& path, bool withSampleData) {
+    db::CreateDatabase(path, withSampleData);
+    db::ConnectionRegistry::Register("kovadb", {"sqlite", path.string(), false});
 }
 
 // Records every call in order ("SubmitRecords(true, false)") and answers as scripted.
