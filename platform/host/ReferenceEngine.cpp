@@ -401,6 +401,7 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
     hasErrors_ = false;
     hasWarnings_ = false;
     lastError_.clear();
+    lastDatabaseFault_.clear();
     submissionRecord_.clear();
     const std::filesystem::path path = std::filesystem::path(file).is_absolute() || reportPath_.empty()
                                            ? std::filesystem::path(file)
@@ -459,25 +460,44 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
     record.sizeBytes = sizeError ? 0 : static_cast<long long>(size);
     record.recordCount = check.detailRecords;
 
-    DeliveryResult delivery;
+    // A return must never reach IRAS twice. The intent is recorded before
+    // the file is handed over (an empty DeliveryReference) and marked with
+    // the reference after; a row still without one is a delivery nobody
+    // recorded, and it blocks the next submission of that return.
+    const std::string subject = type_ + " " + ForEmployerAndYear(employerId_, year_);
+    std::int64_t intent = 0;
     try {
-        delivery = transport_->Deliver(record, path);
-    } catch (const std::exception& error) {
-        delivery = {false, "", error.what()};
-    }
-    if (!delivery.message.empty()) submissionRecord_.push_back(delivery.message);
-    if (!delivery.accepted) {
-        hasErrors_ = true;
-        submissionRecord_.push_back("Result: not submitted.");
-        return Fail("ExecuteDirectSubmit: " + record.fileName + " was not delivered: " + delivery.message);
-    }
-    try {
+        db::Query pending(alias_);
+        pending.SetSQL(
+            "SELECT SubmittedReturnFileId, FileName, SubmittedDateTime FROM SubmittedReturnFile WHERE YEEmployerId = "
+            ":EmployerId AND YEYear = :Year AND SubmissionType = :Type AND DeliveryReference = '' "
+            "ORDER BY SubmittedReturnFileId");
+        pending.SetParam("EmployerId", employerId_);
+        pending.SetParam("Year", std::int64_t{year_});
+        pending.SetParam("Type", type_);
+        pending.Open();
+        if (!pending.IsEmpty()) {
+            const std::string id = pending.FieldByName("SubmittedReturnFileId").AsString();
+            hasErrors_ = true;
+            submissionRecord_.push_back("Result: not submitted; an earlier delivery is not recorded.");
+            Fail("ExecuteDirectSubmit: nothing was submitted. The submission of " + subject + " made on " +
+                 pending.FieldByName("SubmittedDateTime").AsString() + " (file " +
+                 pending.FieldByName("FileName").AsString() + ", SubmittedReturnFileId " + id +
+                 ") was handed over for delivery, but its delivery was never recorded, so it may have reached "
+                 "IRAS. Record that delivery first with its delivery reference: UPDATE SubmittedReturnFile SET "
+                 "DeliveryReference = '<reference>' WHERE SubmittedReturnFileId = " + id +
+                 "; or, if IRAS never received it, remove the row: DELETE FROM SubmittedReturnFile WHERE "
+                 "SubmittedReturnFileId = " + id + ".");
+            lastDatabaseFault_ = lastError_;
+            return 0;
+        }
+        pending.Close();
         db::Query insert(alias_);
         insert.SetSQL(
             "INSERT INTO SubmittedReturnFile (FileName, FormType, SubmissionType, YEEmployerId, YEYear, "
             "SubmitUserIdType, SubmitUserId, SessionUserId, SubmittedDateTime, FileSize, DetailRecordCount, "
             "DeliveryReference) VALUES (:FileName, :FormType, :SubmissionType, :EmployerId, :Year, "
-            ":UserIdType, :UserId, :SessionUserId, :SubmittedAt, :FileSize, :RecordCount, :Reference)");
+            ":UserIdType, :UserId, :SessionUserId, :SubmittedAt, :FileSize, :RecordCount, '')");
         insert.SetParam("FileName", record.fileName);
         insert.SetParam("FormType", record.formType);
         insert.SetParam("SubmissionType", record.submissionType);
@@ -489,14 +509,66 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
         insert.SetParam("SubmittedAt", record.submittedAt);
         insert.SetParam("FileSize", std::int64_t{record.sizeBytes});
         insert.SetParam("RecordCount", std::int64_t{record.recordCount});
-        insert.SetParam("Reference", delivery.reference);
         insert.ExecSQL();
+        db::Query last(alias_);
+        last.SetSQL("SELECT MAX(SubmittedReturnFileId) AS Id FROM SubmittedReturnFile WHERE YEEmployerId = "
+                    ":EmployerId AND YEYear = :Year AND SubmissionType = :Type AND DeliveryReference = ''");
+        last.SetParam("EmployerId", employerId_);
+        last.SetParam("Year", std::int64_t{year_});
+        last.SetParam("Type", type_);
+        last.Open();
+        intent = last.FieldByName("Id").AsInteger();
+    } catch (const std::exception& error) {
+        hasErrors_ = true;
+        submissionRecord_.push_back("Result: not submitted; the submission could not be recorded beforehand.");
+        Fail("ExecuteDirectSubmit: nothing was submitted: the submission of " + subject +
+             " could not be recorded before delivery: " + error.what());
+        lastDatabaseFault_ = lastError_;
+        return 0;
+    }
+    const auto forget = [this, intent] {
+        try {
+            db::Query remove(alias_);
+            remove.SetSQL("DELETE FROM SubmittedReturnFile WHERE SubmittedReturnFileId = :Id");
+            remove.SetParam("Id", intent);
+            remove.ExecSQL();
+        } catch (const std::exception& error) {
+            log_.push_back("ExecuteDirectSubmit: the record of the undelivered file could not be removed: " +
+                           std::string(error.what()));
+        }
+    };
+
+    DeliveryResult delivery;
+    try {
+        delivery = transport_->Deliver(record, path);
+    } catch (const std::exception& error) {
+        delivery = {false, "", error.what()};
+    }
+    if (!delivery.message.empty()) submissionRecord_.push_back(delivery.message);
+    if (!delivery.accepted) {
+        forget();
+        hasErrors_ = true;
+        submissionRecord_.push_back("Result: not submitted.");
+        return Fail("ExecuteDirectSubmit: " + record.fileName + " was not delivered: " + delivery.message);
+    }
+    if (delivery.reference.empty()) delivery.reference = "(no reference given)";
+    try {
+        db::Query mark(alias_);
+        mark.SetSQL("UPDATE SubmittedReturnFile SET DeliveryReference = :Reference WHERE SubmittedReturnFileId = :Id");
+        mark.SetParam("Reference", delivery.reference);
+        mark.SetParam("Id", intent);
+        mark.ExecSQL();
     } catch (const std::exception& error) {
         hasErrors_ = true;
         submissionRecord_.push_back("Result: delivered as " + delivery.reference +
                                     " but not recorded in the database.");
-        return Fail("ExecuteDirectSubmit: " + record.fileName + " could not be recorded as submitted: " +
-                    error.what());
+        Fail("ExecuteDirectSubmit: " + record.fileName + " was delivered with the delivery reference " +
+             delivery.reference + ", but the delivery could not be recorded: " + error.what() +
+             ". Do not submit it again: record the delivery first with UPDATE SubmittedReturnFile SET "
+             "DeliveryReference = '" + delivery.reference + "' WHERE SubmittedReturnFileId = " +
+             std::to_string(intent) + ".");
+        lastDatabaseFault_ = lastError_;
+        return 0;
     }
     submissionRecord_.push_back("Result: submitted" +
                                 (warnings ? " with " + std::to_string(warnings) + " warning(s)" : std::string()) +
@@ -565,6 +637,11 @@ int ReferenceEngine::SubmitRecords(bool original, bool allRun) {
                  row);
         }
         transaction.Commit();
+    } catch (const db::DatabaseError& error) {
+        Fail("SubmitRecords: the submission of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
+             " could not be recorded: " + error.what());
+        lastDatabaseFault_ = lastError_;
+        return 0;
     } catch (const std::exception& error) {
         return Fail("SubmitRecords: the submission of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
                     " could not be recorded: " + error.what());

@@ -731,6 +731,13 @@ int RYESubmissionJob::DirectSubmit(const std::string& /*folder*/, const std::str
                                   "IRASDirectSubmit.log");
     HasErrors = Engine->HasErrors();
     HasWarnings = Engine->HasWarnings();
+    // The database could not record the submission (before or after the
+    // delivery), or an earlier delivery is not recorded: the run ends as a
+    // database failure with the engine's message, so that nobody files twice.
+    if (const std::string fault = Engine->LastDatabaseFault(); !fault.empty()) {
+        WriteAllMemo(fault);
+        DatabaseFaultText = fault;
+    }
     if (HasWarnings) WriteAllMemo("Record processed with warning(s).");
     if (HasErrors) WriteAllMemo("Record processed with error(s).");
     WriteAllMemo("");
@@ -742,6 +749,12 @@ void RYESubmissionJob::ProcessSubmission(bool allRun) {
     WriteInternalBanner("           PROCESSING SUBMISSION                ");
     const int recorded = Engine ? Engine->SubmitRecords(Params.original, allRun) : 0;
     WriteInternalMemo(recorded != 0 ? "Submission is successful." : "Submission is not successful.");
+    if (recorded == 0 && Engine) {
+        if (const std::string fault = Engine->LastDatabaseFault(); !fault.empty()) {
+            WriteAllMemo(fault);
+            DatabaseFaultText = fault;
+        }
+    }
     WriteInternalMemo("");
 }
 

@@ -296,5 +296,43 @@ TEST_F(SampleDatabaseTool, AnAmendmentWithNothingChangedSaysSoWithStatusSeven) {
         << err_.str();
 }
 
+// A return that reached IRAS but is not recorded would be submitted again by
+// a user who trusts the database. Each step of the delivery is tried with
+// the database refusing to write at that moment.
+TEST_F(SampleDatabaseTool, ADeliveryThatCannotBeRecordedIsAnErrorAndBlocksTheNextSubmission) {
+    const Args identity = {"--user-id-type", "PERSONAL", "--user-id", "S1234567D", "--yes"};
+    const std::string count = "SELECT COUNT(*) FROM SubmittedReturnFile";
+    // Marking the delivery fails: delivered, not recorded.
+    Sql("CREATE TRIGGER NoMark BEFORE UPDATE ON SubmittedReturnFile BEGIN SELECT RAISE(ABORT, 'disk is full'); END;");
+    EXPECT_EQ(Run(RunArgs("submit", "ADMIN", "cur-ir8a", identity)), kExitDatabase) << out_.str();
+    EXPECT_TRUE(Said("was delivered with the delivery reference LOCAL-")) << err_.str();
+    EXPECT_TRUE(Said("but the delivery could not be recorded: ")) << err_.str();
+    EXPECT_TRUE(Said("(disk is full)")) << err_.str();
+    EXPECT_FALSE(Said("submitted successfully"));
+    EXPECT_TRUE(Logged("but the delivery could not be recorded")) << out_.str();
+    // The next submission is refused and says how to record the first.
+    Sql("DROP TRIGGER NoMark;");
+    EXPECT_EQ(Run(RunArgs("submit", "ADMIN", "cur-ir8a", identity)), kExitDatabase) << out_.str();
+    EXPECT_TRUE(Said("was handed over for delivery, but its delivery was never recorded")) << err_.str();
+    EXPECT_TRUE(Said("UPDATE SubmittedReturnFile SET DeliveryReference = '<reference>' WHERE "
+                     "SubmittedReturnFileId = 1"))
+        << err_.str();
+    // Recorded as the message says, the return can go again.
+    Sql("UPDATE SubmittedReturnFile SET DeliveryReference = 'LOCAL-1' WHERE SubmittedReturnFileId = 1;");
+    EXPECT_EQ(Run(RunArgs("submit", "ADMIN", "cur-ir8a", identity)), kExitSuccess) << err_.str() << out_.str();
+}
+
+TEST_F(SampleDatabaseTool, ASubmissionThatCannotBeRecordedBeforehandIsNotDelivered) {
+    const Args identity = {"--user-id-type", "PERSONAL", "--user-id", "S1234567D", "--yes"};
+    Sql("CREATE TRIGGER NoIntent BEFORE INSERT ON SubmittedReturnFile BEGIN SELECT RAISE(ABORT, 'disk is full'); "
+        "END;");
+    EXPECT_EQ(Run(RunArgs("submit", "ADMIN", "cur-ir8a", identity)), kExitDatabase) << out_.str();
+    EXPECT_TRUE(Said("nothing was submitted: the submission of CurIR8A for employer IR8AYA2025, year 2024 could "
+                     "not be recorded before delivery: "))
+        << err_.str();
+    EXPECT_TRUE(Said("(disk is full)")) << err_.str();
+    EXPECT_FALSE(Logged("File recorded locally")) << out_.str();
+}
+
 }  // namespace
 }  // namespace iras::testing
