@@ -347,6 +347,10 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     config.driver = server ? db::PostgresDriver : "sqlite";
     config.location = options.database;
     config.create = false;
+    // A second run on the same database waits for the first (a large
+    // employer's run holds its lock for a while) and says so.
+    config.lockWaitMs = kLockWaitMs;
+    config.onLockWait = [&terminal](const std::string& line) { terminal.Err(line); };
     db::ConnectionRegistry::Register("kovadb", config);
 
     // Reading the employer first makes a damaged or foreign database speak up

@@ -21,6 +21,7 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <functional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -127,6 +128,11 @@ struct ConnectionConfig {
     std::string driver = "sqlite";  // the embedded default; "postgresql" for a server
     std::string location;           // a file for SQLite, a connection URI for PostgreSQL
     bool create = false;            // make a new, empty database where none exists
+    // How long a statement waits for a lock another run holds before it
+    // gives up with "locked"; and who is told, once per wait, that it waits
+    // (nobody when empty).
+    int lockWaitMs = 2000;
+    std::function<void(const std::string&)> onLockWait = nullptr;
 };
 
 // The named connections of the process. Register("kovadb", {..}) makes every

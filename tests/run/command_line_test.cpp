@@ -5,7 +5,9 @@
 
 #include <sqlite3.h>
 
+#include <chrono>
 #include <sstream>
+#include <thread>
 
 #include "apps/run/CommandLine.h"
 #include "apps/run/YearEndTool.h"
@@ -332,6 +334,26 @@ TEST_F(SampleDatabaseTool, ASubmissionThatCannotBeRecordedBeforehandIsNotDeliver
         << err_.str();
     EXPECT_TRUE(Said("(disk is full)")) << err_.str();
     EXPECT_FALSE(Logged("File recorded locally")) << out_.str();
+}
+
+// A second run waits for the lock of the first instead of failing at once,
+// and says that it waits.
+TEST_F(SampleDatabaseTool, ASecondRunWaitsForTheLockOfTheFirst) {
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(database_.c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE; UPDATE subregistry SET RegDesc = RegDesc;", nullptr,
+                           nullptr, nullptr),
+              SQLITE_OK)
+        << sqlite3_errmsg(other);
+    std::thread release([other] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(2500));  // longer than the old limit of 2 s
+        sqlite3_exec(other, "COMMIT;", nullptr, nullptr, nullptr);
+        sqlite3_close(other);
+    });
+    const int status = Run(RunArgs("generate", "ADMIN", "cur-ir8a"));
+    release.join();
+    EXPECT_EQ(status, kExitSuccess) << err_.str();
+    EXPECT_TRUE(Said("is in use by another run; waiting for it (at most 120 seconds).")) << err_.str();
 }
 
 }  // namespace
