@@ -38,6 +38,10 @@ struct AisCheckResult {
 // "IR8A", "IR8S", "A8A" or "A8B": the form name a header record carries.
 const char* AisKindName(AisKind kind);
 
+// How many findings of one kind (the same message but for its values) are
+// listed; the rest are counted in one finding at the end.
+inline constexpr int kMaxFindingsOfAKind = 20;
+
 // Checks the file; kind given or, when not, recognised from the header record.
 // A file that cannot be read gives one finding that names it.
 AisCheckResult CheckAisFile(const std::filesystem::path& file,
