@@ -4,9 +4,11 @@
 // the hooks of RYESubmissionJob.
 #include "submission/common/RYESubmissionJob.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <system_error>
+#include <unordered_map>
 #include <utility>
 
 #include "platform/common/AtomicFile.h"
@@ -140,7 +142,22 @@ void RYESubmissionJob::AddStoredAmountFindings() {
 }
 
 Date RYESubmissionJob::DateOf(db::Query& query, const char* column) {
-    return query.FieldByName(column).AsDate();
+    const db::Field field = query.FieldByName(column);
+    const Date date = field.AsDate();
+    if (&query == &EmployerQuery || !query.Active() || query.IsEmpty() || !_IsDateNull(date) || field.IsNull()) {
+        return date;
+    }
+    // A text that is no real day ("2024-02-30", "garbage") would be written
+    // as a blank date, or taken for one by the rules.
+    const std::string text = TrimSpace(field.AsString());
+    if (text.empty() || Date::Parse(text)) return date;  // blank, or the stored empty date
+    const std::string taxNo = EmployeeTaxNo();
+    const std::string finding = "Employee " + (taxNo.empty() ? "" : taxNo + " ") + "(Employee ID " + EmployeeId() +
+                                "): " + column + " holds \"" + text + "\", which is not a date (YYYY-MM-DD).";
+    if (std::find(AmountFindings.begin(), AmountFindings.end(), finding) == AmountFindings.end()) {
+        AmountFindings.push_back(finding);
+    }
+    return date;
 }
 
 // Only blanks are trimmed: an employer text is compared as the user typed it.
@@ -490,6 +507,9 @@ int RYESubmissionJob::ValidationPass() {
     }
 
     WriteAllBanner(texts.detailValidateTitle);
+    // IRAS takes one record per employee: an ID number met again belongs to
+    // two employee rows (the first one stays, the second is refused).
+    std::unordered_map<std::string, std::string> idNumbers;
     for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
         RefreshEmployee();
         ErrorList.clear();
@@ -506,6 +526,14 @@ int RYESubmissionJob::ValidationPass() {
         rules.insert(rules.end(), ErrorList.begin(), ErrorList.end());
         if (!AmountFindings.empty()) passed = false;
         rules.insert(rules.end(), AmountFindings.begin(), AmountFindings.end());
+        if (const std::string idNo = EmployeeTaxNo(); !idNo.empty()) {
+            const auto [first, added] = idNumbers.emplace(idNo, EmployeeId());
+            if (!added) {
+                rules.push_back("Duplicate ID No. " + idNo + " is also the ID No. of employee " + first->second +
+                                " in this return.");
+                passed = false;
+            }
+        }
         ErrorList = std::move(rules);
         if (passed) continue;
 

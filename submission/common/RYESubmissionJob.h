@@ -187,8 +187,8 @@ protected:
     virtual std::string EmployeeTaxNo();
     virtual std::string EmployeeId();
 
-    // Text or date of a column of the current row of a query (NULL reads as
-    // "" or the empty date); texts are trimmed. Without a query: MainQuery.
+    // Text of a column of the current row of a query (NULL reads as ""),
+    // trimmed. Without a query: MainQuery.
     static std::string Text(db::Query& query, const char* column);
     // An amount of the current row. A NULL or a text that is not a number
     // (which an SQLite column accepts) is never read as 0 in silence: it
@@ -196,7 +196,10 @@ protected:
     // value to AmountFindings, and the drivers refuse the employee (the
     // validation pass) or the file (the generation pass) for it.
     double Amount(db::Query& query, const char* column);
-    static Date DateOf(db::Query& query, const char* column);
+    // A date of the current row. A text that is not a real day is a finding
+    // naming the employee, the column and the text (as an unreadable amount
+    // is), never a silent blank; NULL reads as the empty date.
+    Date DateOf(db::Query& query, const char* column);
     std::string Text(const char* column) { return Text(MainQuery, column); }
     double Amount(const char* column) { return Amount(MainQuery, column); }
     Date DateOf(const char* column) { return DateOf(MainQuery, column); }
@@ -298,8 +301,8 @@ protected:
     // A record of this run could not be built: the file is not made, so
     // that no employee is silently left out of it.
     bool RecordFault = false;
-    // The amounts of the current employee that could not be read (see
-    // Amount); cleared by the drivers before each employee.
+    // The amounts and dates of the current employee that could not be read
+    // (see Amount, DateOf); cleared by the drivers before each employee.
     StringList AmountFindings;
     // The amounts of the return's rows, by PersonalSysId, that the engine
     // found not to be numbers when it made the view tables.
