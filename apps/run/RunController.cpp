@@ -238,6 +238,15 @@ RunOutcome RunController::ResetFlow() {
     return RunOutcome::Failed;
 }
 
+// The report is made and opened only when the user wants it; a failure is
+// shown and the Amendment's own question still follows.
+void RunController::OfferVerificationReport() {
+    if (!services_.session->VerificationReportOffered()) return;
+    if (!services_.dialogs->Confirm(kVerificationReportOffer)) return;
+    Guarded([this] { return VerificationReportFlow(); });
+    if (!verificationReportPath_.empty()) view_->OpenInEditor(verificationReportPath_);
+}
+
 // Each return's records are built three times (as submitted, as now, as the
 // Amendment) by jobs of their own; their generation logs would bury the run
 // log, so they go to the debug log only, and the run log gets the outcome.
@@ -308,6 +317,9 @@ bool RunController::RunSubmission(bool validateOnly) {
             return false;
         }
     }
+    // A direct submission asks both of its passes; the report is offered
+    // before the first.
+    if (!choices_.original && (mode_ == RunMode::Generation || validateOnly)) OfferVerificationReport();
     if (!choices_.original &&
         !services_.dialogs->Confirm(
             "Have you viewed the verification report before sending the submission file to IRAS?")) {

@@ -131,6 +131,10 @@ public:
     // as HTML and CSV into a new run folder. Needs the rights a generation of
     // the same choice needs; asks nothing and sends nothing.
     RunOutcome VerificationReportClick();
+    // Asked before an Amendment when the host offers the report (Yes makes
+    // it and opens it); the question that follows stays the form's own.
+    static inline const std::string kVerificationReportOffer =
+        "Do you want to view the verification report of this Amendment now?";
     // The HTML file of the last report ("" before one was made).
     const std::string& VerificationReportPath() const { return verificationReportPath_; }
 
@@ -183,6 +187,7 @@ private:
     RunOutcome ProceedFlow();
     RunOutcome ResetFlow();
     RunOutcome VerificationReportFlow();
+    void OfferVerificationReport();
     RunOutcome OutcomeOfRun(bool result) const;
 
     void MakeRunFolder();
