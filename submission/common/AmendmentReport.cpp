@@ -182,6 +182,7 @@ std::string MoneyCell(long long units, int decimals) {
 }  // namespace
 
 std::string ReturnAmendment::Summary() const {
+    if (!compared) return "The " + title + " return is not compared field by field in this version of the report.";
     if (!built) return "The " + title + " part of the report could not be made: " + problem;
     if (!submittedBefore)
         return "Nothing of the " + title + " return has been submitted yet, so there is nothing to amend.";
@@ -244,7 +245,7 @@ ReturnAmendment BuildReturnAmendment(const std::string& title,
         }
         if (fields.empty()) fields = job->AmendmentFields();
         if (fields.empty()) {
-            failed.problem = "the return names no fields to compare.";
+            failed.compared = false;
             return failed;
         }
         std::optional<StringList> built = job->BuildRecords(sources[i].first);

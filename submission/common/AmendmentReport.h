@@ -52,6 +52,7 @@ struct FieldTotal {
 // One return of the report.
 struct ReturnAmendment {
     std::string title;       // "Current IR8A", "Appendix 8A", as the File Type list shows it
+    bool compared = true;    // false: the return names no fields to compare (AmendmentFields)
     bool built = false;      // false: the records could not be built (problem says why)
     std::string problem;
     bool submittedBefore = false;  // the employer has submitted rows of this return
@@ -59,7 +60,7 @@ struct ReturnAmendment {
     std::vector<FieldTotal> totals;  // every field the return names, zero totals too
 
     // Whether there are employees to list; else Summary() stands alone.
-    bool Listed() const { return built && submittedBefore && !employees.empty(); }
+    bool Listed() const { return compared && built && submittedBefore && !employees.empty(); }
     // One line on the return: how many employees are changed, added and
     // removed, or that there is nothing to amend and why.
     std::string Summary() const;
