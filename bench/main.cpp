@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "platform/ais/AisFileChecker.h"
+#include "platform/database/PostgresConnection.h"
 #include "platform/database/Query.h"
 #include "platform/database/Schema.h"
 #include "platform/host/BQueryViewTable.h"
@@ -34,6 +35,7 @@ constexpr int kYear = 2024;
 struct Options {
     int employees = 10000;
     std::optional<fs::path> keep;  // work folder kept after the run
+    std::string server;            // a PostgreSQL URI instead of a SQLite file
 };
 
 std::optional<Options> ParseArguments(int argc, char** argv) {
@@ -47,6 +49,8 @@ std::optional<Options> ParseArguments(int argc, char** argv) {
             options.employees = static_cast<int>(value);
         } else if (arg == "--keep" && i + 1 < argc) {
             options.keep = fs::path(argv[++i]);
+        } else if (arg == "--db" && i + 1 < argc && iras::db::IsPostgresUri(argv[i + 1])) {
+            options.server = argv[++i];
         } else {
             return std::nullopt;
         }
@@ -82,7 +86,7 @@ INSERT INTO BenchName VALUES
 CREATE TEMP TABLE BenchPeople AS
 WITH RECURSIVE Seq(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM Seq WHERE n < )SQL" +
            std::to_string(employees) + R"SQL(),
-Base AS (
+Base AS MATERIALIZED (
     SELECT n, n % 8 = 0 AS IsForeign, 2500 + (n * 7919 % 150) * 100 AS Monthly,
            printf('%07d', CASE WHEN n % 8 = 0 THEN 5000000 ELSE 7000000 END + n) AS Digits,
            CASE WHEN n % 10 = 3 THEN date('2024-01-01', '+' || (n % 300) || ' days')
@@ -93,8 +97,8 @@ Base AS (
     FROM Seq),
 Person AS (
     SELECT b.*, CASE WHEN IsForeign THEN 'G' ELSE 'S' END AS Prefix,
-           (2 * substr(Digits, 1, 1) + 7 * substr(Digits, 2, 1) + 6 * substr(Digits, 3, 1) + 5 * substr(Digits, 4, 1)
-            + 4 * substr(Digits, 5, 1) + 3 * substr(Digits, 6, 1) + 2 * substr(Digits, 7, 1)
+           (2 * CAST(substr(Digits, 1, 1) AS INTEGER) + 7 * CAST(substr(Digits, 2, 1) AS INTEGER) + 6 * CAST(substr(Digits, 3, 1) AS INTEGER) + 5 * CAST(substr(Digits, 4, 1) AS INTEGER)
+            + 4 * CAST(substr(Digits, 5, 1) AS INTEGER) + 3 * CAST(substr(Digits, 6, 1) AS INTEGER) + 2 * CAST(substr(Digits, 7, 1) AS INTEGER)
             + CASE WHEN IsForeign THEN 4 ELSE 0 END) % 11 AS CheckIndex,
            CASE WHEN n % 2 = 0 THEN 'F' ELSE 'M' END AS Gender,
            CASE WHEN Commencement > '2024-01-01' THEN Commencement ELSE '2024-01-01' END AS PaymentFrom,
@@ -197,9 +201,17 @@ int RunBench(const Options& options, const fs::path& work) {
     const std::string runFolder = (work / "run").string();
     fs::create_directories(runFolder);  // and the work folder with it
     if (!Timed("create database + load employer", n, [&] {
-            db::CreateDatabase(database, false);
-            db::ConnectionRegistry::Register("kovadb", {"sqlite", database.string(), false});
+            if (options.server.empty()) {
+                db::CreateDatabase(database, false);
+                db::ConnectionRegistry::Register("kovadb", {"sqlite", database.string(), false});
+            } else {
+                db::CreateDatabase(options.server, false);
+                db::ConnectionRegistry::Register("kovadb", {db::PostgresDriver, options.server, false});
+            }
             db::ExecScript("kovadb", EmployerScript(n));
+            // A server plans by the statistics of its tables, which a fresh
+            // load has only once autovacuum has come by.
+            if (!options.server.empty()) db::ExecScript("kovadb", "ANALYZE");
             return true;
         }))
         return 1;
@@ -276,9 +288,10 @@ int main(int argc, char** argv) {
     const auto options = ParseArguments(argc, argv);
     if (!options) {
         std::fprintf(stderr,
-                     "usage: iras-bench [--employees N] [--keep DIR]\n  N: 100 to 2000000 employees "
+                     "usage: iras-bench [--employees N] [--keep DIR] [--db URI]\n  N: 100 to 2000000 employees "
                      "(default 10000)\n  DIR: a new folder that keeps the database and files (default: a "
-                     "temporary folder, removed afterwards)\n");
+                     "temporary folder, removed afterwards)\n  URI: an empty PostgreSQL database "
+                     "(postgresql://...) to work in instead of a SQLite file\n");
         return 2;
     }
     const fs::path work = options->keep ? *options->keep

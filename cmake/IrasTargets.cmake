@@ -36,14 +36,18 @@ function(iras_library name dir)
   iras_warnings(${name})
 endfunction()
 
+# iras_tests(folder libraries... [WHOLE]): WHOLE makes the program one CTest
+# test instead of one per test case, for a program whose set-up is costly and
+# shared by all its tests (tests/postgres starts a server).
 function(iras_tests folder)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "WHOLE" "" "")
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*_test.cpp)
   if(NOT sources)
     return()
   endif()
   set(target tests_${folder})
   add_executable(${target} ${sources})
-  target_link_libraries(${target} PRIVATE ${ARGN} GTest::gtest GTest::gtest_main GTest::gmock)
+  target_link_libraries(${target} PRIVATE ${arg_UNPARSED_ARGUMENTS} GTest::gtest GTest::gtest_main GTest::gmock)
   target_include_directories(${target} PRIVATE ${CMAKE_SOURCE_DIR})
   target_compile_definitions(${target} PRIVATE
     IRAS_SOURCE_DATA_DIR="${CMAKE_SOURCE_DIR}/data"
@@ -52,6 +56,11 @@ function(iras_tests folder)
   iras_warnings(${target})
   # A test is judged by its exit status alone: GoogleTest reports the tests
   # of a suite whose set-up failed as skipped, which must not pass as green.
+  if(arg_WHOLE)
+    add_test(NAME ${target} COMMAND ${target})
+    set_tests_properties(${target} PROPERTIES ENVIRONMENT "TZ=Asia/Singapore")
+    return()
+  endif()
   gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60
     PROPERTIES ENVIRONMENT "TZ=Asia/Singapore" SKIP_REGULAR_EXPRESSION "IRAS-NO-SKIP-PATTERN^")
 endfunction()

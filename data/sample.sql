@@ -838,15 +838,17 @@ UPDATE IR8A SET TotalSectionD = Commission + Pension + Transport + Entertainment
 ------------------------------------------------------------------------------
 -- Persons, employee codes and the banks that salaries are paid into.
 ------------------------------------------------------------------------------
+-- A person's rows of several years agree on name and birth date; the
+-- aggregates say which row's value is taken, as a server database requires.
 INSERT INTO Personal (PersonalSysId, PersonalName, DateOfBirth)
-SELECT PersonalSysId, trim(EEName1 || ' ' || EEName2), DOB
+SELECT PersonalSysId, max(trim(EEName1 || ' ' || EEName2)), max(DOB)
 FROM YEEmployee WHERE YEYear < 10000 GROUP BY PersonalSysId;
 
 INSERT INTO Employee (EmployeeSysId, EmployeeCode, PersonalSysId, DateJoined, DateLeft)
 SELECT 50000 + PersonalSysId,
-       CASE YEEmployerId WHEN 'IR8AYA2025' THEN 'LCP' WHEN 'ERRCO' THEN 'ERT' WHEN 'ONEIL' THEN 'ONH' ELSE 'BPS' END
+       CASE max(YEEmployerId) WHEN 'IR8AYA2025' THEN 'LCP' WHEN 'ERRCO' THEN 'ERT' WHEN 'ONEIL' THEN 'ONH' ELSE 'BPS' END
            || printf('%04d', PersonalSysId % 1000),
-       PersonalSysId, Commencement, Cessation
+       PersonalSysId, min(Commencement), max(Cessation)
 FROM YEEmployee WHERE YEYear < 10000 GROUP BY PersonalSysId;
 
 -- Bank codes: 1 DBS/POSB, 2 UOB, 3 OCBC, 4 others. ERRCO's employees are

@@ -6,6 +6,7 @@ cd "$(dirname "$0")/.."
 
 packages=(g++ cmake ninja-build pkg-config libsqlite3-dev sqlite3 libgtest-dev libgmock-dev
           qt6-base-dev libgl-dev          # the session form, the module, iras-host
+          postgresql-15 libpq-dev         # the server the PostgreSQL tests start for themselves; its client
           xvfb xauth fonts-dejavu-core)   # scripts/screenshots.sh only
 missing=()
 for p in "${packages[@]}"; do

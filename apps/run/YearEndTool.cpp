@@ -24,6 +24,7 @@
 #include "apps/run/RunController.h"
 #include "apps/run/SessionFormData.h"
 #include "platform/ais/AisFileChecker.h"
+#include "platform/database/PostgresConnection.h"
 #include "platform/database/Query.h"
 #include "platform/database/Schema.h"
 #include "platform/host/BQueryViewTable.h"
@@ -207,6 +208,11 @@ int ExitStatusOf(RunOutcome outcome) {
 
 int InitDatabase(const ToolOptions& options, Terminal& terminal) {
     db::CreateDatabase(options.databaseFile, options.sample);
+    if (db::IsPostgresUri(options.databaseFile)) {
+        terminal.Err("Created the payroll tables in " + db::PostgresServerName(options.databaseFile) +
+                     (options.sample ? " with the sample data." : "."));
+        return kExitSuccess;
+    }
     terminal.Err("Created the database " + fs::absolute(options.databaseFile).string() +
                  (options.sample ? " with the sample data." : "."));
     return kExitSuccess;
@@ -297,14 +303,27 @@ std::string FolderProblem(const fs::path& folder) {
     return "";
 }
 
+// Why the run's database cannot be reached any more; "" while it answers.
+std::string DatabaseProblem() {
+    try {
+        db::Query query("kovadb");
+        query.SetSQL("SELECT 1 AS Alive");
+        query.Open();
+        return "";
+    } catch (const db::DatabaseError& failure) {
+        return failure.what();
+    }
+}
+
 int RunCommand(const ToolOptions& options, Terminal& terminal) {
-    if (!fs::exists(options.database)) {
+    const bool server = db::IsPostgresUri(options.database);
+    if (!server && !fs::exists(options.database)) {
         terminal.Err("Error: the database " + options.database +
                      " does not exist (create one with: iras-yearend init-db FILE --sample).");
         return kExitDatabase;
     }
     db::ConnectionConfig config;
-    config.driver = "sqlite";
+    config.driver = server ? db::PostgresDriver : "sqlite";
     config.location = options.database;
     config.create = false;
     db::ConnectionRegistry::Register("kovadb", config);
@@ -447,9 +466,16 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     // pass refused the data; for a script that ending is a validation failure.
     if (direct && controller.LastValidationRefused()) outcome = RunOutcome::ValidationRefused;
     int status = ExitStatusOf(outcome);
+    // The jobs log a database that went away in the middle of a pass and go
+    // on as if the data were wrong; a script must learn that the database
+    // failed, and why.
+    const std::string databaseProblem = outcome == RunOutcome::Done ? "" : DatabaseProblem();
     // The form leaves these endings to its log page or its fields; a terminal
     // user gets one line that says what to do.
-    if (outcome == RunOutcome::ValidationRefused) {
+    if (!databaseProblem.empty()) {
+        terminal.Err("Error: " + databaseProblem);
+        status = kExitDatabase;
+    } else if (outcome == RunOutcome::ValidationRefused) {
         terminal.Err(options.command == ToolCommand::Submit
                          ? "Error: the data failed validation, so nothing was submitted. The run log says why."
                      : direct ? "Error: the data failed validation. The run log says why."

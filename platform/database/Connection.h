@@ -58,6 +58,10 @@ public:
     // unless the script manages transactions itself.
     virtual void ExecScript(const std::string& script) = 0;
 
+    // Runs a script written for this engine itself, untranslated (the
+    // PostgreSQL functions of data/postgres_functions.sql), in one transaction.
+    virtual void ExecNativeScript(const std::string& script) = 0;
+
     // Writes changed columns of one row, found by its key, back to its table.
     virtual void UpdateRow(const std::string& table, const Value& rowKey,
                            const std::vector<std::pair<std::string, Value>>& changes) = 0;
@@ -66,9 +70,25 @@ public:
     virtual void Begin() = 0;
     virtual void Commit() = 0;
     virtual void Rollback() noexcept = 0;
+
+protected:
+    // Runs body in a transaction of its own when wrap is true: committed when
+    // body returns, rolled back when it throws.
+    template <typename Body>
+    void InTransactionIf(bool wrap, Body body) {
+        if (wrap) Begin();
+        try {
+            body();
+        } catch (...) {
+            if (wrap) Rollback();
+            throw;
+        }
+        if (wrap) Commit();
+    }
 };
 
-// Opens the database a configuration describes, by its driver name ("sqlite").
+// Opens the database a configuration describes, by its driver name ("sqlite",
+// "postgresql").
 // Throws DatabaseError naming the database when it cannot.
 std::shared_ptr<Connection> OpenConnection(const ConnectionConfig& config);
 

@@ -11,6 +11,7 @@
 
 #include "platform/common/Text.h"
 #include "platform/database/Connection.h"
+#include "platform/database/PostgresConnection.h"
 #include "platform/database/SqliteConnection.h"
 
 namespace iras::db {
@@ -24,7 +25,9 @@ struct Entry {
 struct Registry {
     std::mutex mutex;
     std::map<std::string, Entry> aliases;
-    std::map<std::string, DriverFactory> drivers{{"sqlite", OpenSqliteConnection}};
+    std::map<std::string, DriverFactory> drivers{{"sqlite", OpenSqliteConnection},
+                                                 {PostgresDriver, OpenPostgresConnection},
+                                                 {"postgres", OpenPostgresConnection}};
 };
 
 Registry& TheRegistry() {

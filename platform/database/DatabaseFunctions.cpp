@@ -14,15 +14,13 @@
 
 #include "platform/common/CommonLibrary.h"
 #include "platform/common/Date.h"
+#include "platform/database/CHandle.h"
 #include "platform/database/Query.h"
 
 namespace iras::db {
 namespace {
 
-struct StatementFinalizer {
-    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
-};
-using StatementPtr = std::unique_ptr<sqlite3_stmt, StatementFinalizer>;
+using StatementPtr = CHandle<sqlite3_stmt, sqlite3_finalize>;
 
 // A look-up of one value by one key, prepared on the connection the first time
 // it is called (the tables may not exist yet when the connection opens).

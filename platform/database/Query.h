@@ -120,8 +120,8 @@ private:
 
 // What a database alias opens.
 struct ConnectionConfig {
-    std::string driver = "sqlite";  // the embedded default
-    std::string location;           // a file for SQLite
+    std::string driver = "sqlite";  // the embedded default; "postgresql" for a server
+    std::string location;           // a file for SQLite, a connection URI for PostgreSQL
     bool create = false;            // make a new, empty database where none exists
 };
 

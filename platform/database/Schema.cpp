@@ -14,6 +14,7 @@
 #include <system_error>
 
 #include "platform/database/Connection.h"
+#include "platform/database/PostgresConnection.h"
 #include "platform/database/Query.h"
 
 namespace iras::db {
@@ -27,9 +28,9 @@ std::optional<std::string_view> EmbeddedSql(std::string_view name) {
     return std::nullopt;
 }
 
-std::vector<NamedScript> DatabaseScripts(bool withSampleData) {
+std::vector<NamedScript> DatabaseScripts(bool withSampleData, bool postgres) {
     std::vector<NamedScript> scripts;
-    auto add = [&scripts](std::string_view name, bool required) {
+    auto add = [&scripts](std::string_view name, bool required, bool native = false) {
         const auto text = EmbeddedSql(name);
         if (!text) {
             if (required) {
@@ -38,7 +39,7 @@ std::vector<NamedScript> DatabaseScripts(bool withSampleData) {
             }
             return;
         }
-        scripts.push_back({"data/" + std::string(name), std::string(*text)});
+        scripts.push_back({"data/" + std::string(name), std::string(*text), native});
     };
     // Each return may bring its own part of a file ("sample_ir8s.sql" after
     // "sample.sql"), run after the main part in the order of their names.
@@ -50,6 +51,7 @@ std::vector<NamedScript> DatabaseScripts(bool withSampleData) {
             }
         }
     };
+    if (postgres) add("postgres_functions.sql", true, true);
     add("schema.sql", true);
     addParts("schema");
     add("engine_schema.sql", false);  // the submission engine's tables, once they exist
@@ -84,6 +86,32 @@ public:
 private:
     fs::path path_;
 };
+
+// Runs the scripts in one transaction; a failure undoes all of them and is
+// reported as what failed (doing: "Creating the database \"x.db\"") and where.
+void RunInOneTransaction(Connection& connection, const std::vector<NamedScript>& scripts, const std::string& doing) {
+    connection.Begin();
+    for (const NamedScript& script : scripts) {
+        try {
+            if (script.native) {
+                connection.ExecNativeScript(script.text);
+            } else {
+                connection.ExecScript(script.text);
+            }
+        } catch (const DatabaseError& error) {
+            connection.Rollback();
+            throw DatabaseError(doing + " failed in " + script.name + ": " + error.what() + " Nothing was created.",
+                                error.NativeCode());
+        }
+    }
+    try {
+        connection.Commit();
+    } catch (const DatabaseError& error) {
+        connection.Rollback();
+        throw DatabaseError(doing + " failed when saving it: " + error.what() + " Nothing was created.",
+                            error.NativeCode());
+    }
+}
 
 // Creates the empty file, failing if anything of that name exists. An empty
 // file is an empty SQLite database.
@@ -120,34 +148,43 @@ void CreateDatabase(const fs::path& path, const std::vector<NamedScript>& script
     ClaimNewFile(path);
     CreatedFile guard(path);
 
-    const std::string shown = "\"" + path.string() + "\"";
     {
         std::shared_ptr<Connection> connection = OpenConnection(ConnectionConfig{"sqlite", path.string(), false});
-        connection->Begin();
-        for (const NamedScript& script : scripts) {
-            try {
-                connection->ExecScript(script.text);
-            } catch (const DatabaseError& error) {
-                connection->Rollback();
-                throw DatabaseError("Creating the database " + shown + " failed in " + script.name + ": " +
-                                        error.what() + " Nothing was created.",
-                                    error.NativeCode());
-            }
-        }
-        try {
-            connection->Commit();
-        } catch (const DatabaseError& error) {
-            connection->Rollback();
-            throw DatabaseError("Creating the database " + shown + " failed when saving it: " + error.what() +
-                                    " Nothing was created.",
-                                error.NativeCode());
-        }
+        RunInOneTransaction(*connection, scripts, "Creating the database \"" + path.string() + "\"");
     }  // the connection closes here, before the file is kept or removed
     guard.Release();
 }
 
 void CreateDatabase(const fs::path& path, bool withSampleData) {
     CreateDatabase(path, DatabaseScripts(withSampleData));
+}
+
+namespace {
+
+void CreateOnServer(const std::string& uri, bool withSampleData) {
+    const std::string server = PostgresServerName(uri);
+    std::shared_ptr<Connection> connection = OpenConnection(ConnectionConfig{PostgresDriver, uri, false});
+    const ResultSet present = connection->Select(
+        "SELECT count(*) AS n FROM pg_catalog.pg_tables WHERE schemaname = current_schema() AND tablename = "
+        "'yeemployer'",
+        {});
+    if (!present.rows.empty() && std::get_if<std::int64_t>(&present.rows[0][0]) &&
+        std::get<std::int64_t>(present.rows[0][0]) > 0) {
+        throw DatabaseError("The payroll tables already exist in " + server +
+                            ". They are only made in a database that holds none, so that no payroll data is "
+                            "overwritten; use another database or drop the tables first.");
+    }
+    RunInOneTransaction(*connection, DatabaseScripts(withSampleData, true), "Creating the payroll tables in " + server);
+}
+
+}  // namespace
+
+void CreateDatabase(const std::string& location, bool withSampleData) {
+    if (IsPostgresUri(location)) {
+        CreateOnServer(location, withSampleData);
+    } else {
+        CreateDatabase(fs::path(location), withSampleData);
+    }
 }
 
 }  // namespace iras::db

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <map>
 #include <vector>
 
@@ -348,6 +349,267 @@ std::size_t OuterSelect(const std::vector<Token>& tokens) {
     return None;
 }
 
+// --- PostgreSQL ----------------------------------------------------------
+
+// The server cuts names at 63 bytes; a longer one is cut to 50 and given 12
+// hex digits of a hash of the whole (lower-case) name.
+constexpr std::size_t PostgresNameLimit = 63;
+
+std::string PostgresName(std::string_view name) {
+    std::string lower = AsciiLower(std::string(name));
+    if (lower.size() <= PostgresNameLimit) return lower;
+    std::uint64_t hash = 14695981039346656037ull;  // FNV-1a
+    for (unsigned char c : lower) {
+        hash ^= c;
+        hash *= 1099511628211ull;
+    }
+    static const char hex[] = "0123456789abcdef";
+    std::string suffix = "_";
+    for (int shift = 44; shift >= 0; shift -= 4) suffix += hex[(hash >> shift) & 0xF];
+    return lower.substr(0, PostgresNameLimit - suffix.size()) + suffix;
+}
+
+std::string QuotedPostgresName(std::string_view name) { return QuoteName(PostgresName(name)); }
+
+std::string UnquotedName(const Token& token) {
+    if (token.kind != Kind::QuotedName || token.text.size() < 2) return token.text;
+    std::string inner = token.text.substr(1, token.text.size() >= 2 ? token.text.size() - 2 : 0);
+    const char quote = token.text.front();
+    if (quote == '[') return inner;
+    std::string single;
+    for (std::size_t k = 0; k < inner.size(); ++k) {
+        single += inner[k];
+        if (inner[k] == quote && k + 1 < inner.size() && inner[k + 1] == quote) ++k;
+    }
+    return single;
+}
+
+// text between two quotes, a quote inside it doubled.
+std::string Enclosed(std::string_view text, char quote) {
+    std::string enclosed(1, quote);
+    for (char c : text) {
+        enclosed += c;
+        if (c == quote) enclosed += quote;
+    }
+    return enclosed + quote;
+}
+
+std::string SqlLiteral(std::string_view text) { return Enclosed(text, '\''); }
+
+// SQLite's "PRAGMA table_info(t)": one row per column of t, in order, with its
+// type as a CREATE TABLE would write it again (collation included) and its
+// place in the primary key (0 outside it).
+std::string TableInfoQuery(const std::string& table) {
+    return "SELECT CAST(a.attnum - 1 AS bigint) AS cid, CAST(a.attname AS text) AS name, "
+           "format_type(a.atttypid, a.atttypmod) || CASE WHEN a.attcollation <> 0 AND a.attcollation <> "
+           "t.typcollation THEN ' COLLATE ' || quote_ident(CAST(c.collname AS text)) ELSE '' END AS type, "
+           "CASE WHEN a.attnotnull THEN 1 ELSE 0 END AS notnull, pg_get_expr(d.adbin, d.adrelid) AS dflt_value, "
+           "COALESCE((SELECT array_position(CAST(i.indkey AS int2[]), a.attnum) + 1 - "
+           "array_lower(CAST(i.indkey AS int2[]), 1) FROM pg_index i "
+           "WHERE i.indrelid = a.attrelid AND i.indisprimary), 0) AS pk "
+           "FROM pg_attribute a JOIN pg_type t ON t.oid = a.atttypid "
+           "LEFT JOIN pg_collation c ON c.oid = a.attcollation "
+           "LEFT JOIN pg_attrdef d ON d.adrelid = a.attrelid AND d.adnum = a.attnum "
+           "WHERE a.attrelid = to_regclass(" + SqlLiteral(QuoteName(PostgresName(table))) +
+           ") AND a.attnum > 0 AND NOT a.attisdropped ORDER BY a.attnum";
+}
+
+void RewritePragma(std::vector<Token>& tokens) {
+    const std::size_t pragma = NextSolid(tokens, 0, tokens.size());
+    if (pragma == None || !Is(tokens[pragma], "PRAGMA")) return;
+    const std::size_t what = NextSolid(tokens, pragma + 1, tokens.size());
+    if (what == None || !Is(tokens[what], "table_info")) return;
+    const std::size_t open = NextSolid(tokens, what + 1, tokens.size());
+    if (open == None || !IsSymbol(tokens[open], "(")) return;
+    const std::size_t name = NextSolid(tokens, open + 1, tokens.size());
+    if (name == None) return;
+    const std::size_t close = NextSolid(tokens, name + 1, tokens.size());
+    if (close == None || !IsSymbol(tokens[close], ")")) return;
+    std::string table = UnquotedName(tokens[name]);
+    if (tokens[name].kind == Kind::Literal) table = table.substr(1, table.size() - 2);
+    tokens[pragma] = Token{Kind::Symbol, TableInfoQuery(table)};
+    for (std::size_t k = pragma + 1; k <= close; ++k) tokens[k] = Token{Kind::Space, ""};
+}
+
+bool IsCreateTable(const std::vector<Token>& tokens, std::size_t begin, std::size_t end, std::size_t* columnsOpen) {
+    std::size_t k = NextSolid(tokens, begin, end);
+    if (k == None || !Is(tokens[k], "CREATE")) return false;
+    k = NextSolid(tokens, k + 1, end);
+    while (k != None && (Is(tokens[k], "TEMP") || Is(tokens[k], "TEMPORARY") || Is(tokens[k], "UNLOGGED"))) {
+        k = NextSolid(tokens, k + 1, end);
+    }
+    if (k == None || !Is(tokens[k], "TABLE")) return false;
+    for (k = NextSolid(tokens, k + 1, end); k != None; k = NextSolid(tokens, k + 1, end)) {
+        if (IsSymbol(tokens[k], "(")) {
+            *columnsOpen = k;
+            return true;
+        }
+        if (Is(tokens[k], "AS")) return false;  // CREATE TABLE ... AS SELECT
+    }
+    return false;
+}
+
+// The column types of a CREATE TABLE: REAL money as the exact money_amount,
+// TEXT compared byte by byte.
+void RewriteColumnTypes(std::vector<Token>& tokens, std::size_t open) {
+    const std::size_t close = Closing(tokens, open);
+    const std::size_t end = close == None ? tokens.size() : close;
+    int depth = 0;
+    for (std::size_t k = open + 1; k < end; ++k) {
+        if (IsSymbol(tokens[k], "(")) ++depth;
+        if (IsSymbol(tokens[k], ")")) --depth;
+        if (depth != 0 || tokens[k].kind != Kind::Name) continue;
+        const std::size_t name = PreviousSolid(tokens, k, open);
+        if (name == None || (tokens[name].kind != Kind::Name && tokens[name].kind != Kind::QuotedName)) continue;
+        const std::size_t before = PreviousSolid(tokens, name, open - 1);
+        if (before == None || !(before == open || IsSymbol(tokens[before], ","))) continue;
+        if (Is(tokens[k], "REAL")) {
+            tokens[k].text = "money_amount";
+        } else if (Is(tokens[k], "TEXT")) {
+            // Unless the column names its own collation.
+            bool collated = false;
+            int inner = 0;
+            for (std::size_t j = k + 1; j < end && !collated; ++j) {
+                if (IsSymbol(tokens[j], "(")) ++inner;
+                if (IsSymbol(tokens[j], ")")) --inner;
+                if (inner == 0 && IsSymbol(tokens[j], ",")) break;
+                collated = Is(tokens[j], "COLLATE");
+            }
+            if (!collated) tokens[k].text = "TEXT COLLATE \"C\"";
+        }
+    }
+}
+
+bool EndsFromItem(const Token& token) {
+    static constexpr std::string_view words[] = {
+        "WHERE", "UNION", "EXCEPT", "INTERSECT", "ORDER", "GROUP", "HAVING", "LIMIT", "OFFSET", "JOIN",
+        "LEFT", "RIGHT", "INNER", "CROSS", "FULL", "NATURAL", "ON", "USING", "WINDOW", "FETCH", "FOR"};
+    if (token.kind != Kind::Name) return true;
+    return std::any_of(std::begin(words), std::end(words), [&](std::string_view w) { return Is(token, w); });
+}
+
+bool EndsOrderBy(const Token& token) {
+    static constexpr std::string_view words[] = {"LIMIT", "OFFSET", "UNION", "EXCEPT", "INTERSECT", "FETCH", "FOR"};
+    if (IsSymbol(token, ";")) return true;
+    return std::any_of(std::begin(words), std::end(words), [&](std::string_view w) { return Is(token, w); });
+}
+
+// SQLite sorts NULL before every value, PostgreSQL after: each ORDER BY item
+// says where NULL goes, unless it says so itself.
+void RewriteNullOrder(std::vector<Token>& tokens) {
+    for (std::size_t k = 0; k < tokens.size(); ++k) {
+        if (!Is(tokens[k], "ORDER")) continue;
+        const std::size_t by = NextSolid(tokens, k + 1, tokens.size());
+        if (by == None || !Is(tokens[by], "BY")) continue;
+        int depth = 0;
+        std::size_t itemBegin = by + 1;
+        auto finish = [&](std::size_t end) {
+            const std::size_t last = PreviousSolid(tokens, end, itemBegin - 1);
+            if (last == None || last < itemBegin) return;
+            bool placed = false;
+            for (std::size_t j = itemBegin; j <= last; ++j) placed = placed || Is(tokens[j], "NULLS");
+            if (!placed) tokens[last].text += Is(tokens[last], "DESC") ? " NULLS LAST" : " NULLS FIRST";
+        };
+        std::size_t j = by + 1;
+        for (; j < tokens.size(); ++j) {
+            if (IsSymbol(tokens[j], "(")) ++depth;
+            if (IsSymbol(tokens[j], ")") && --depth < 0) break;
+            if (depth != 0) continue;
+            if (EndsOrderBy(tokens[j])) break;
+            if (IsSymbol(tokens[j], ",")) {
+                finish(j);
+                itemBegin = j + 1;
+            }
+        }
+        finish(j);
+        k = j == tokens.size() ? j : j - 1;
+    }
+}
+
+void RewriteForPostgres(std::vector<Token>& tokens, std::vector<std::string>& parameters) {
+    RewritePragma(tokens);
+    RewriteNullOrder(tokens);
+    std::size_t columnsOpen = None;
+    if (IsCreateTable(tokens, 0, tokens.size(), &columnsOpen)) RewriteColumnTypes(tokens, columnsOpen);
+    int subqueries = 0;
+    for (std::size_t k = 0; k < tokens.size(); ++k) {
+        Token& token = tokens[k];
+        if (token.kind == Kind::Parameter) {
+            const std::string name = AsciiLower(token.text.substr(1));
+            auto found = std::find(parameters.begin(), parameters.end(), name);
+            if (found == parameters.end()) found = parameters.insert(parameters.end(), name);
+            token.text = "$" + std::to_string(found - parameters.begin() + 1);
+            continue;
+        }
+        if (token.kind == Kind::QuotedName) {
+            const std::size_t before = PreviousSolid(tokens, k, 0);
+            if (before == None || !Is(tokens[before], "COLLATE")) token.text = QuotedPostgresName(UnquotedName(token));
+            continue;
+        }
+        if (IsSymbol(token, "(")) {
+            // PostgreSQL 15 wants a name for every subquery of a FROM clause.
+            const std::size_t before = PreviousSolid(tokens, k, 0);
+            const std::size_t first = NextSolid(tokens, k + 1, tokens.size());
+            const std::size_t close = Closing(tokens, k);
+            if (before != None && (Is(tokens[before], "FROM") || Is(tokens[before], "JOIN")) && first != None &&
+                (Is(tokens[first], "SELECT") || Is(tokens[first], "VALUES") || Is(tokens[first], "WITH")) &&
+                close != None) {
+                const std::size_t after = NextSolid(tokens, close + 1, tokens.size());
+                if (after == None || (EndsFromItem(tokens[after]) && !Is(tokens[after], "AS"))) {
+                    tokens[close].text += " AS iras_subquery_" + std::to_string(++subqueries);
+                }
+            }
+            continue;
+        }
+        if (token.kind != Kind::Name) continue;
+        if (token.text.size() > PostgresNameLimit) {
+            token.text = PostgresName(token.text);
+            continue;
+        }
+        const std::size_t next = NextSolid(tokens, k + 1, tokens.size());
+        const bool call = next != None && IsSymbol(tokens[next], "(");
+        const std::size_t before = PreviousSolid(tokens, k, 0);
+        if (before != None && IsSymbol(tokens[before], ".")) continue;  // a column of a table
+        if (call && Is(token, "ROUND")) {
+            token.text = "IRAS_ROUND";
+        } else if (call && Is(token, "DATE")) {
+            token.text = "IRAS_DATE";
+        } else if (call && (Is(token, "MIN") || Is(token, "MAX"))) {
+            // min(a, b) of SQLite is a value of a row, not an aggregate.
+            const std::size_t close = Closing(tokens, next);
+            int depth = 0;
+            for (std::size_t j = next; close != None && j < close; ++j) {
+                if (IsSymbol(tokens[j], "(")) ++depth;
+                if (IsSymbol(tokens[j], ")")) --depth;
+                if (depth == 1 && IsSymbol(tokens[j], ",")) {
+                    token.text = Is(token, "MIN") ? "LEAST" : "GREATEST";
+                    break;
+                }
+            }
+        } else if (!call && Is(token, "INTEGER")) {
+            const std::size_t primary = next;
+            const std::size_t key = primary == None ? None : NextSolid(tokens, primary + 1, tokens.size());
+            if (key != None && Is(tokens[primary], "PRIMARY") && Is(tokens[key], "KEY")) {
+                token.text = "BIGINT GENERATED BY DEFAULT AS IDENTITY";  // SQLite's row id column
+            } else {
+                token.text = "BIGINT";
+            }
+        } else if (!call && Is(token, "REAL")) {
+            token.text = "DOUBLE PRECISION";
+        }
+    }
+}
+
+// An aggregate function called at k: its rows are no rows of the table.
+bool IsAggregate(const std::vector<Token>& tokens, std::size_t k) {
+    static constexpr std::string_view names[] = {"COUNT", "SUM", "TOTAL", "AVG", "MIN", "MAX", "GROUP_CONCAT",
+                                                 "STRING_AGG"};
+    if (tokens[k].kind != Kind::Name) return false;
+    const std::size_t next = NextSolid(tokens, k + 1, tokens.size());
+    if (next == None || !IsSymbol(tokens[next], "(")) return false;
+    return std::any_of(std::begin(names), std::end(names), [&](std::string_view n) { return Is(tokens[k], n); });
+}
+
 }  // namespace
 
 std::string TranslateForSqlite(std::string_view sql) {
@@ -356,6 +618,40 @@ std::string TranslateForSqlite(std::string_view sql) {
     RewriteMoneyCasts(tokens);
     AliasRewriter aliases(tokens);
     return aliases.Render(0, tokens.size(), Aliases{});
+}
+
+PostgresStatement TranslateForPostgres(std::string_view sql) {
+    std::vector<Token> tokens = Tokenize(sql);
+    RewriteConditionals(tokens);
+    RewriteMoneyCasts(tokens);
+    PostgresStatement statement;
+    RewriteForPostgres(tokens, statement.parameters);
+    AliasRewriter aliases(tokens);
+    statement.text = aliases.Render(0, tokens.size(), Aliases{});
+    return statement;
+}
+
+std::vector<std::string> SplitStatements(std::string_view script) {
+    const std::vector<Token> tokens = Tokenize(script);
+    std::vector<std::string> statements;
+    std::string current;
+    bool solid = false;
+    int depth = 0;
+    for (const Token& token : tokens) {
+        if (IsSymbol(token, "(")) ++depth;
+        if (IsSymbol(token, ")")) --depth;
+        if (depth <= 0 && IsSymbol(token, ";")) {
+            if (solid) statements.push_back(std::move(current));
+            current.clear();
+            solid = false;
+            depth = 0;
+            continue;
+        }
+        if (!IsBlank(token)) solid = true;
+        current += token.text;
+    }
+    if (solid) statements.push_back(std::move(current));
+    return statements;
 }
 
 std::optional<std::string> SingleSourceTable(std::string_view sql) {
@@ -369,6 +665,7 @@ std::optional<std::string> SingleSourceTable(std::string_view sql) {
         const Token& token = tokens[k];
         if (IsSymbol(token, "(")) ++depth;
         else if (IsSymbol(token, ")")) --depth;
+        else if (depth == 0 && from == None && IsAggregate(tokens, k)) return std::nullopt;  // one row of many
         else if (depth == 0 && (Is(token, "DISTINCT") || Is(token, "GROUP") || Is(token, "UNION") ||
                                 Is(token, "INTERSECT") || Is(token, "EXCEPT") || Is(token, "JOIN") ||
                                 Is(token, "HAVING"))) {
@@ -428,13 +725,6 @@ bool ScriptControlsTransactions(std::string_view script) {
     return false;
 }
 
-std::string QuoteName(std::string_view name) {
-    std::string quoted = "\"";
-    for (char c : name) {
-        quoted += c;
-        if (c == '"') quoted += '"';
-    }
-    return quoted + "\"";
-}
+std::string QuoteName(std::string_view name) { return Enclosed(name, '"'); }
 
 }  // namespace iras::db

@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace iras::db {
 
@@ -29,9 +30,44 @@ namespace iras::db {
 // it stands.
 std::string TranslateForSqlite(std::string_view sql);
 
+// A payroll text rewritten for PostgreSQL, one statement, and the names of its
+// parameters in the order of their numbers ($1 is parameters[0]).
+struct PostgresStatement {
+    std::string text;
+    std::vector<std::string> parameters;
+};
+
+// The payroll text rewritten for PostgreSQL. Besides the rewrites that SQLite
+// needs too (conditionals, select-list aliases, CAST(x AS Money) as
+// IRAS_MONEY(x), the glued number):
+// - :name (also @name, $name) becomes $1, $2, ...; a name used twice keeps
+//   its number, and names match without regard to letter case;
+// - names fold to lower case, quoted ones too, since the payroll's names
+//   ignore case ("IR8A" and IR8A are one table); a name longer than the
+//   server's 63 bytes is cut to 50 and given a hash of the whole name, so two
+//   long names that differ only at the end stay two names;
+// - ROUND and DATE become IRAS_ROUND and IRAS_DATE (SQLite's date, giving
+//   'YYYY-MM-DD' text), min and max of several values LEAST and GREATEST;
+// - INTEGER becomes BIGINT (64 bits, as SQLite's), "INTEGER PRIMARY KEY" an
+//   identity column; in the columns of CREATE TABLE, REAL becomes the NUMERIC
+//   domain money_amount (amounts stay exact) and TEXT compares byte by byte
+//   (COLLATE "C") as SQLite's does; elsewhere REAL is DOUBLE PRECISION;
+// - an ORDER BY item puts NULL first (last with DESC), as SQLite does, unless
+//   it says NULLS FIRST or LAST itself;
+// - "PRAGMA table_info(t)" reads the same columns (cid, name, type, notnull,
+//   dflt_value, pk) from the server's catalog.
+// The functions that the rewrites call are made by data/postgres_functions.sql.
+PostgresStatement TranslateForPostgres(std::string_view sql);
+
+// The statements of a script, cut at each ";" outside literals, quoted names,
+// comments and parentheses; statements of nothing but blanks and comments are
+// left out.
+std::vector<std::string> SplitStatements(std::string_view script);
+
 // The one table that a plain "SELECT ... FROM table [WHERE ...] [ORDER BY ...]"
-// reads, as written in the text; nothing for joins, unions, DISTINCT, GROUP BY
-// or a select from a subquery. An editable result needs such a text.
+// reads, as written in the text; nothing for joins, unions, DISTINCT, GROUP BY,
+// an aggregate in the select list (COUNT(*)) or a select from a subquery. An
+// editable result needs such a text.
 std::optional<std::string> SingleSourceTable(std::string_view sql);
 
 // The text with one more result column put last in the outermost select list

@@ -13,20 +13,15 @@
 #include <system_error>
 
 #include "platform/common/Text.h"
+#include "platform/database/CHandle.h"
 #include "platform/database/DatabaseFunctions.h"
 #include "platform/database/SqlDialect.h"
 
 namespace iras::db {
 namespace {
 
-struct DatabaseCloser {
-    void operator()(sqlite3* db) const { sqlite3_close_v2(db); }
-};
-struct StatementFinalizer {
-    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
-};
-using DatabasePtr = std::unique_ptr<sqlite3, DatabaseCloser>;
-using StatementPtr = std::unique_ptr<sqlite3_stmt, StatementFinalizer>;
+using DatabasePtr = CHandle<sqlite3, sqlite3_close_v2>;
+using StatementPtr = CHandle<sqlite3_stmt, sqlite3_finalize>;
 
 // The hidden result column that carries the row key of an editable result.
 constexpr const char* RowKeyColumn = "iras_row_key_";
@@ -91,9 +86,7 @@ public:
     }
 
     void ExecScript(const std::string& script) override {
-        const bool wrap = sqlite3_get_autocommit(db_.get()) && !ScriptControlsTransactions(script);
-        if (wrap) Begin();
-        try {
+        InTransactionIf(sqlite3_get_autocommit(db_.get()) && !ScriptControlsTransactions(script), [&] {
             std::lock_guard lock(mutex_);
             // A failing statement is named by its number and its start.
             RunEach(TranslateForSqlite(script), nullptr, script, [&](int, int number, std::string_view statement) {
@@ -105,11 +98,14 @@ public:
                                               "statement " + std::to_string(number) + " of the script: " + text),
                                      code);
             });
-        } catch (...) {
-            if (wrap) Rollback();
-            throw;
-        }
-        if (wrap) Commit();
+        });
+    }
+
+    void ExecNativeScript(const std::string& script) override {
+        InTransactionIf(sqlite3_get_autocommit(db_.get()) && !ScriptControlsTransactions(script), [&] {
+            std::lock_guard lock(mutex_);
+            RunEach(script, nullptr, script, [&](int rc, int, std::string_view) { return Failure(rc, script); });
+        });
     }
 
     void UpdateRow(const std::string& table, const Value& rowKey,

@@ -260,6 +260,15 @@ std::string DateTimeText(const DateTime& moment) {
     return text;
 }
 
+// Makes a transaction that rewrites an employer's submitted copy wait for
+// another one doing the same (two users generating for one employer on a
+// server): a no-change update locks the employer's row until the first one
+// commits, so the second deletes the rows the first inserted instead of
+// colliding with them.
+void LockEmployer(const std::string& alias, const Params& params) {
+    Exec(alias, "UPDATE YEEmployer SET YEEmployerId = YEEmployerId WHERE YEEmployerId = :EmployerId", params);
+}
+
 // The year key of a set of rows: the digit followed by the basis year.
 std::int64_t YearKey(char digit, int basisYear) {
     return std::stoll(std::string(1, digit) + std::to_string(basisYear));
@@ -513,6 +522,7 @@ int ReferenceEngine::SubmitRecords(bool original, bool allRun) {
         const auto tables = DescribeReturnTables(alias_, type_);
 
         db::Transaction transaction(alias_);
+        LockEmployer(alias_, params);
         // What was submitted before becomes the reset point, then the live
         // data become the submitted copy.
         for (const auto& table : tables) {
@@ -585,6 +595,7 @@ int ReferenceEngine::CopyRecords(int from, int to) {
         const auto tables = DescribeReturnTables(alias_, type_);
 
         db::Transaction transaction(alias_);
+        LockEmployer(alias_, params);
         for (const auto& table : tables) CopyYearSet(alias_, table, ":BackupYear", ":CopyYear", params);
         // The LastSubmission row goes back only when it still is the one this
         // submission wrote: a later submission of another year stands.
