@@ -1,7 +1,7 @@
 // The verification report on the sample payroll with the reference engine:
 // an Original is submitted, then two employees change (one amount up, one
 // down), one is added and one removed, in the current IR8A and in Appendix
-// 8A. The report's rows and totals are checked against values worked out by
+// 8A; in IR8S one month's wages change. The report's rows and totals are checked against values worked out by
 // hand from the sample rows, and against the Amendment file made from the
 // same data, decoded with the AIS checker's own copy of the layouts.
 #include <gtest/gtest.h>
@@ -55,6 +55,12 @@ const Scenario kA8A{FileType::Appendix8A, AisKind::A8A,
                     "PersonalSysId = 1001; UPDATE A8A SET Clubs = 3000, TotalBenefitInKind = 12850 WHERE "
                     "YEYear = 2024 AND PersonalSysId = 1006; INSERT INTO A8A SELECT * FROM KeptA8A; "
                     "DELETE " + kA8ARow + "1124;"};
+
+// IR8S: Lim Wei Jie's December ordinary wages rise by 500 (7000.04 ->
+// 7500.04, the year's 84000.48 -> 84500.48).
+const Scenario kIR8S{FileType::IR8S, AisKind::IR8S, "SELECT 1;",
+                     "UPDATE IR8SA SET OrdWages = OrdWages + 500 WHERE YEYear = 2024 AND PersonalSysId = 1001 "
+                     "AND IR8SMonth IN ('Dec', 'Total');"};
 
 class VerificationReport : public ::testing::Test {
 protected:
@@ -150,6 +156,7 @@ TEST_F(VerificationReport, RowsAndTotalsAsWorkedOutByHand) {
         const Scenario* scenario;
         std::vector<std::string> rows;  // in the Amendment's order: by name, fields in record order
         std::map<std::string, long long> totals;
+        std::string summary = "4 employees in the Amendment: 2 changed, 1 added, 1 removed.";
     };
     const std::vector<Case> cases{
         {&kIR8A,
@@ -203,6 +210,13 @@ TEST_F(VerificationReport, RowsAndTotalsAsWorkedOutByHand) {
          },
          // Holidays: +1500 - 1500 nets to nothing.
          {{"Education", 50000}, {"Clubs", 60000 - 60000 - 60000}, {"Total benefits in kind", 50000 - 60000}}},
+        // The month in cents; the year's total in dollars, 84000.48 and
+        // 84500.48 cut to 84000 and 84500.
+        {&kIR8S,
+         {Row("S8012345J", "changed", "Section A December ordinary wages", 700004, 750004, 50000),
+          Row("S8012345J", "changed", "Section A total ordinary wages", 8400000, 8450000, 50000)},
+         {{"Section A December ordinary wages", 50000}, {"Section A total ordinary wages", 50000}},
+         "1 employee in the Amendment: 1 changed, 0 added, 0 removed."},
     };
     for (const Case& c : cases) {
         Amend(*c.scenario);
@@ -211,7 +225,7 @@ TEST_F(VerificationReport, RowsAndTotalsAsWorkedOutByHand) {
         ASSERT_TRUE(part.Listed()) << part.Summary();
         EXPECT_EQ(RowsOf(part), c.rows);
         EXPECT_EQ(NonZeroTotals(part), c.totals);
-        EXPECT_EQ(part.Summary(), "4 employees in the Amendment: 2 changed, 1 added, 1 removed.");
+        EXPECT_EQ(part.Summary(), c.summary);
     }
 }
 
@@ -220,9 +234,10 @@ TEST_F(VerificationReport, RowsAndTotalsAsWorkedOutByHand) {
 // amount of the file is left out of the report; and the report's totals are
 // the file's trailer totals where it has a trailer.
 TEST_F(VerificationReport, AgreesWithTheAmendmentFileFieldByField) {
-    for (const Scenario* scenario : {&kIR8A, &kA8A}) {
+    for (const Scenario* scenario : {&kIR8A, &kA8A, &kIR8S}) {
         Amend(*scenario);
         const ReturnAmendment part = Report(scenario->type);
+        ASSERT_TRUE(part.Listed()) << part.Summary();
         const auto file = AmendmentFile(scenario->type);
         const auto fields = Job(scenario->type, false, false)->AmendmentFields();
         SCOPED_TRACE(part.title);
