@@ -323,6 +323,21 @@ void RYESubmissionJob::AppendSummaryBanner(StringList& summary, const std::strin
     }
 }
 
+void RYESubmissionJob::AppendFileSummaryLines(StringList& summary) {
+    summary.push_back("File Name:         " + OutputFilePath);
+    // Without a known organisation id type the number means nothing to IRAS.
+    if (YEKeywordRecLocate(EmployerText("PayerID"))) {
+        summary.push_back("Organisation ID:   " + EmployerText("TaxRefNo"));
+    }
+    summary.push_back("Organisation Name: " + EmployerText("EmployerName"));
+    summary.push_back("Form Type:         " + FormName());
+    summary.push_back("Basis Year:        " + std::to_string(BasisYear));
+    summary.push_back(std::string("Batch Indicator:   ") + (Params.original ? "O" : "A"));
+    summary.push_back("No of Records:     " + std::to_string(RecordsSucceeded));
+    summary.push_back("");
+    summary.push_back("");
+}
+
 // ---------------------------------------------------------------- the file
 
 std::string RYESubmissionJob::FileIdentifier() const {

@@ -234,6 +234,10 @@ protected:
     void PutEmployeeDetailFields();
     // The opening of every summary file: 48 "*", "", title, "", 48 "*", "".
     static void AppendSummaryBanner(StringList& summary, const std::string& title);
+    // The summary's account of the file for a return without totals (IR8S,
+    // Appendix 8A): file, organisation (its id only when the id type is a
+    // known keyword), form, basis year, batch, record count, two blank lines.
+    void AppendFileSummaryLines(StringList& summary);
 
     // Saves OutputLines, each ended by CR LF, to path through a temporary
     // file in the same folder; false (and a log line naming the path) when
