@@ -156,7 +156,7 @@ int RYESubmissionJob::GenerateViewTables(const std::string& submissionType, int 
     Engine->SetSubmitUserIDType(Params.submitUserIdType);
     Engine->SetSubmitUserID(Params.submitUserId);
     Engine->SetSubmitReportPath(RunFolder);
-    return Engine->GenerateViewTables();
+    return source_ == RecordSource::Submitted ? Engine->GenerateSubmittedViewTables() : Engine->GenerateViewTables();
 }
 
 int RYESubmissionJob::OpenSources(const std::string& employerSqlBeforeId, const std::string& submissionType,
@@ -472,6 +472,19 @@ int RYESubmissionJob::RunGeneration() {
                    standard);
 }
 
+std::optional<StringList> RYESubmissionJob::BuildRecords(RecordSource source) {
+    // The source decides the view tables and, as for a real run, whether the
+    // rows are an Original's or an Amendment's.
+    source_ = source;
+    Params.original = Params.ignoreChanges = source != RecordSource::Amendment;
+    Params.check = true;
+    recordsOnly_ = true;
+    const int result = RunGeneration();
+    recordsOnly_ = false;
+    if (result == 0) return std::nullopt;
+    return OutputLines;
+}
+
 int RYESubmissionJob::GenerationPass() {
     const JobTexts& texts = Texts();
     int result = 0;
@@ -490,6 +503,7 @@ int RYESubmissionJob::GenerationPass() {
     } else if (MainQuery.IsEmpty()) {
         WriteAllMemo("");
         WriteAllMemo("No Records to be processed.");
+        if (recordsOnly_) result = 1;  // no employee is an answer too
     } else {
         WriteAllBanner(texts.headerTitle);
         if (Params.check) {
@@ -530,6 +544,8 @@ int RYESubmissionJob::GenerationPass() {
             WriteAllMemo("No file is created: the output of records is switched off.");
         } else if (RecordFault) {
             WriteAllMemo("No file is created: not every record could be written.");
+        } else if (recordsOnly_) {
+            result = 1;
         } else {
             result = PlaceFile(FileName());
         }

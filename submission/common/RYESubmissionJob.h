@@ -101,6 +101,7 @@ public:
     std::string SummaryFileName() const override { return ""; }
     bool GetHasErrors() const override { return HasErrors; }
     bool GetHasWarnings() const override { return HasWarnings; }
+    std::optional<StringList> BuildRecords(RecordSource source) override;
 
     void WriteAllMemo(const std::string& line);
     void WriteInternalMemo(const std::string& line);
@@ -280,6 +281,10 @@ protected:
 
 private:
     int PlaceFile(const std::string& fileName);
+    // BuildRecords: where the view tables come from, and that the generation
+    // pass stops once the records are built.
+    RecordSource source_ = RecordSource::Live;
+    bool recordsOnly_ = false;
     std::unordered_map<std::string, int> keywordRows_;  // trimmed YEKeyWordId -> first row
 };
 
