@@ -5,12 +5,13 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <chrono>
 #include <sstream>
 #include <thread>
 
-#include "apps/run/CommandLine.h"
-#include "apps/run/YearEndTool.h"
+#include "apps/cli/CommandLine.h"
+#include "apps/cli/YearEndTool.h"
 #include "platform/ais/AisFileChecker.h"
 #include "tests/run/RunFakes.h"
 
@@ -54,6 +55,12 @@ TEST(ParseCommandLine, RefusesMistakesWithAMessageNamingThem) {
         {With({"submit", "--type", "all"}), "one return"},
         {With({"reset"}), "--type"},
         {With({"trial", "stray"}), "stray"},
+        // A value forgotten, an option given twice: said, never guessed.
+        {{"generate", "--db", "--user", "ADMIN", "--employer", "E", "--year", "2024"},
+         "--db needs a value, not the option --user"},
+        {With({"generate", "--year", "2023"}), "--year is given more than once; give it once"},
+        {With({"generate", "--yes", "--yes"}), "--yes is given more than once; give it once"},
+        {{"generate", "--db="}, "--db needs a value"},
     };
     for (const auto& [args, mention] : cases) {
         const auto parsed = ParseCommandLine(args);
@@ -86,9 +93,13 @@ protected:
     }
     Args RunArgs(const std::string& command, const std::string& user, const std::string& type, const Args& extra = {},
                  const std::string& year = "2024", const std::string& employer = "IR8AYA2025") const {
+        const auto given = [&extra](const char* option) {
+            return std::find(extra.begin(), extra.end(), option) != extra.end();
+        };
         Args args = {command, "--db", database_.string(), "--user", user, "--employer", employer, "--year", year,
-                     "--type", type, "--report-dir", (folder_ / "report").string()};
-        if (command == "generate") args.insert(args.end(), {"--out", (folder_ / "out").string()});
+                     "--type", type};
+        if (!given("--report-dir")) args.insert(args.end(), {"--report-dir", (folder_ / "report").string()});
+        if (command == "generate" && !given("--out")) args.insert(args.end(), {"--out", (folder_ / "out").string()});
         args.insert(args.end(), extra.begin(), extra.end());
         return args;
     }

@@ -6,7 +6,7 @@
 // progress window and save dialog are the terminal: messages and questions on
 // standard error, the run log on standard output, a progress bar on standard
 // error when it is a terminal, files saved into the "File Directory".
-#include "apps/run/YearEndTool.h"
+#include "apps/cli/YearEndTool.h"
 
 #include <unistd.h>
 
@@ -20,7 +20,7 @@
 #include <memory>
 #include <sstream>
 
-#include "apps/run/CommandLine.h"
+#include "apps/cli/CommandLine.h"
 #include "apps/run/RunController.h"
 #include "apps/run/SessionFormData.h"
 #include "platform/ais/AisFileChecker.h"
