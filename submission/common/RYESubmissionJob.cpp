@@ -403,8 +403,30 @@ void RYESubmissionJob::PutEmployeeDetailFields() {
         Put(out, d::kIdType, "");
     }
     Put(out, d::kIdNo, Text("TaxNo"));
-    Put(out, d::kName1, Text("EEName1"));
-    Put(out, d::kName2, Text("EEName2"));
+    PutText(d::kName1, "EEName1");
+    PutText(d::kName2, "EEName2");
+}
+
+void RYESubmissionJob::PutText(const RecordField& field, const char* column) {
+    const std::string value = Text(column);
+    Put(*Output, field, value);
+    // The file holds what the rules make of the text; the user learns which
+    // employee's text it changed and how.
+    const std::string encoded = ToRecordEncoding(value);
+    const auto marks = [](const std::string& text) { return std::count(text.begin(), text.end(), '?'); };
+    const bool replaced = marks(encoded) > marks(value);
+    const bool cut = encoded.size() > static_cast<std::size_t>(field.width);
+    if (!replaced && !cut) return;
+    std::string shown = FromRecordEncoding(encoded.substr(0, static_cast<std::size_t>(field.width)));
+    shown.erase(shown.find_last_not_of(' ') + 1);
+    const std::string taxNo = EmployeeTaxNo();
+    std::string reason = replaced ? "characters the file cannot hold are written as \"?\"" : "";
+    if (cut) {
+        reason += std::string(replaced ? ", and " : "") + "it is cut at its " + std::to_string(field.width) +
+                  " characters";
+    }
+    TextChanges.push_back("Warning: employee " + (taxNo.empty() ? "" : taxNo + " ") + "(Employee ID " + EmployeeId() +
+                          "): " + column + " \"" + value + "\" is written as \"" + shown + "\" (" + reason + ").");
 }
 
 void RYESubmissionJob::AppendSummaryBanner(StringList& summary, const std::string& title) {
@@ -541,7 +563,7 @@ int RYESubmissionJob::ValidationPass() {
         rules.insert(rules.end(), ErrorList.begin(), ErrorList.end());
         if (!AmountFindings.empty()) passed = false;
         rules.insert(rules.end(), AmountFindings.begin(), AmountFindings.end());
-        if (const std::string idNo = EmployeeTaxNo(); !idNo.empty()) {
+        if (const std::string idNo = MainQuery.HasField("TaxNo") ? EmployeeTaxNo() : ""; !idNo.empty()) {
             const auto [first, added] = idNumbers.emplace(idNo, EmployeeId());
             if (!added) {
                 rules.push_back("Duplicate ID No. " + idNo + " is also the ID No. of employee " + first->second +
@@ -644,6 +666,12 @@ int RYESubmissionJob::GenerationPass() {
                 for (const std::string& line : AmountFindings) WriteAllMemo(line);
                 RecordFault = true;
             }
+        }
+
+        if (!TextChanges.empty()) {
+            WriteAllMemo("");
+            for (const std::string& line : TextChanges) WriteAllMemo(line);
+            TextChanges.clear();
         }
 
         if (HasTrailer()) {

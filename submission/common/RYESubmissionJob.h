@@ -255,6 +255,10 @@ protected:
     // 1-94): record type "1", the IRAS code of the employee's id type, id
     // number and the two name lines of MainQuery's row.
     void PutEmployeeDetailFields();
+    // Puts a text column of MainQuery into its field and notes, for a warning
+    // in the run log, when the file cannot hold it as it stands (characters
+    // written as "?", cut at the field's width).
+    void PutText(const RecordField& field, const char* column);
     // The opening of every summary file: 48 "*", "", title, "", 48 "*", "".
     static void AppendSummaryBanner(StringList& summary, const std::string& title);
     // The summary's account of the file for a return without totals (IR8S,
@@ -309,6 +313,8 @@ protected:
     // The amounts and dates of the current employee that could not be read
     // (see Amount, DateOf); cleared by the drivers before each employee.
     StringList AmountFindings;
+    // The texts of this generation that the file holds changed (see PutText).
+    StringList TextChanges;
     // The amounts of the return's rows, by PersonalSysId, that the engine
     // found not to be numbers when it made the view tables.
     std::unordered_map<std::string, std::vector<BYESubmissionEngine::AmountFault>> StoredAmountFaults;

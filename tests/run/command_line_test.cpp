@@ -380,5 +380,22 @@ TEST_F(SampleDatabaseTool, ASecondRunWaitsForTheLockOfTheFirst) {
     EXPECT_TRUE(Said("is in use by another run; waiting for it (at most 120 seconds).")) << err_.str();
 }
 
+// A name the file cannot hold as it stands is written as the rules make it,
+// and the run log names the employee and says what the file holds instead.
+TEST_F(SampleDatabaseTool, NamesChangedToFitTheFileAreNamedInAWarning) {
+    // "Ł" and "ś" are not in the file's code page; the second name has 45
+    // characters, and its first 40 end in "Abdulla".
+    Sql("UPDATE YEEmployee SET EEName1 = 'Łukasz Wiśniewski' WHERE PersonalSysId = 1001 AND YEYear = 2024;"
+        "UPDATE YEEmployee SET EEName1 = 'Muhammad Abdul Rahman bin Ismail Abdullah Tan' WHERE PersonalSysId = 1002 "
+        "AND YEYear = 2024;");
+    ASSERT_EQ(Run(RunArgs("generate", "ADMIN", "cur-ir8a")), kExitSuccess) << err_.str() << out_.str();
+    EXPECT_TRUE(Logged("Warning: employee S8012345J (Employee ID LCP0001): EEName1 \"Łukasz Wiśniewski\" is written "
+                       "as \"?ukasz Wi?niewski\" (characters the file cannot hold are written as \"?\")."))
+        << out_.str();
+    EXPECT_TRUE(Logged("(Employee ID LCP0002): EEName1 \"Muhammad Abdul Rahman bin Ismail Abdullah Tan\" is written as "
+                       "\"Muhammad Abdul Rahman bin Ismail Abdulla\" (it is cut at its 40 characters)."))
+        << out_.str();
+}
+
 }  // namespace
 }  // namespace iras::testing
