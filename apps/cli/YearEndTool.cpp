@@ -232,7 +232,7 @@ int CheckFiles(const ToolOptions& options, Terminal& terminal) {
         for (const std::string& line : result.Describe()) terminal.Out(file + ": " + line);
         int errors = 0;
         int warnings = 0;
-        for (const AisFinding& finding : result.findings) (finding.warning ? warnings : errors)++;
+        for (const AisFinding& finding : result.findings) (finding.warning ? warnings : errors) += finding.count;
         const std::string kind = result.kind ? std::string(AisKindName(*result.kind)) : "unknown kind";
         std::ostringstream verdict;
         verdict << file << ": " << (errors == 0 ? "OK" : "REJECTED") << " (" << kind << ", "
@@ -520,9 +520,11 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     } else if (outcome == RunOutcome::NothingProduced) {
         const bool submit = options.command == ToolCommand::Submit;
         if (controller.LastRunFoundNoRecords()) {
-            terminal.Err(std::string(submit ? "Nothing was submitted" : "No file was made") +
-                         ": there are no records to process" +
-                         (options.amendment ? " (no employee has changed since the last submission)." : "."));
+            // A submission has said "Nothing was submitted: ..." already.
+            if (!submit) {
+                terminal.Err(std::string("No file was made: there are no records to process") +
+                             (options.amendment ? " (no employee has changed since the last submission)." : "."));
+            }
         } else {
             terminal.Err(std::string(submit ? "Nothing was submitted" : "No file was made") +
                          ": the file could not be saved. The run log says why.");

@@ -381,7 +381,7 @@ void CapRepeatedFindings(std::vector<AisFinding>& findings) {
         kept.push_back({0, 0,
                         std::to_string(more) + " more finding" + (more == 1 ? "" : "s") + " like line " +
                             std::to_string(first.line) + "'s (" + first.message + ") are not listed",
-                        first.warning});
+                        first.warning, more});
     }
     findings = std::move(kept);
 }

@@ -20,6 +20,7 @@ struct AisFinding {
     int column = 0;  // 1-based position in the record; 0 for the whole record
     std::string message;
     bool warning = false;  // a warning lets a submission go ahead with consent
+    int count = 1;         // the findings this one stands for (the closing count of a repeated kind)
 };
 
 struct AisCheckResult {

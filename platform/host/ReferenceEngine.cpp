@@ -444,7 +444,7 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
     std::string firstError;
     for (std::size_t i = 0; i < described.size(); ++i) {
         const bool warning = i < check.findings.size() && check.findings[i].warning;
-        (warning ? warnings : errors)++;
+        (warning ? warnings : errors) += check.findings[i].count;
         if (!warning && firstError.empty()) firstError = described[i];
         submissionRecord_.push_back(described[i]);
         log_.push_back(described[i]);
