@@ -79,11 +79,16 @@ std::optional<AisKind> KindOfFormType(const std::string& formType) {
     return std::nullopt;
 }
 
-void Exec(const std::string& alias, const std::string& sql, const Params& params) {
-    db::Query query(alias);
+// Sets the statement and those of the parameters it names.
+void Bind(db::Query& query, const std::string& sql, const Params& params) {
     query.SetSQL(sql);
     for (const auto& [name, value] : params)
         if (sql.find(":" + name) != std::string::npos) query.SetParam(name, value);
+}
+
+void Exec(const std::string& alias, const std::string& sql, const Params& params) {
+    db::Query query(alias);
+    Bind(query, sql, params);
     query.ExecSQL();
 }
 
@@ -484,15 +489,15 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
     // recorded, and it blocks the next submission of that return.
     const std::string subject = type_ + " " + ForEmployerAndYear(employerId_, year_);
     std::int64_t intent = 0;
+    const Params ofReturn{{"EmployerId", employerId_}, {"Year", std::int64_t{year_}}, {"Type", type_}};
+    const std::string undelivered =
+        " FROM SubmittedReturnFile WHERE YEEmployerId = :EmployerId AND YEYear = :Year AND SubmissionType = :Type "
+        "AND DeliveryReference = ''";
     try {
         db::Query pending(alias_);
-        pending.SetSQL(
-            "SELECT SubmittedReturnFileId, FileName, SubmittedDateTime FROM SubmittedReturnFile WHERE YEEmployerId = "
-            ":EmployerId AND YEYear = :Year AND SubmissionType = :Type AND DeliveryReference = '' "
-            "ORDER BY SubmittedReturnFileId");
-        pending.SetParam("EmployerId", employerId_);
-        pending.SetParam("Year", std::int64_t{year_});
-        pending.SetParam("Type", type_);
+        Bind(pending, "SELECT SubmittedReturnFileId, FileName, SubmittedDateTime" + undelivered +
+                          " ORDER BY SubmittedReturnFileId",
+             ofReturn);
         pending.Open();
         if (!pending.IsEmpty()) {
             const std::string id = pending.FieldByName("SubmittedReturnFileId").AsString();
@@ -529,11 +534,7 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
         insert.SetParam("RecordCount", std::int64_t{record.recordCount});
         insert.ExecSQL();
         db::Query last(alias_);
-        last.SetSQL("SELECT MAX(SubmittedReturnFileId) AS Id FROM SubmittedReturnFile WHERE YEEmployerId = "
-                    ":EmployerId AND YEYear = :Year AND SubmissionType = :Type AND DeliveryReference = ''");
-        last.SetParam("EmployerId", employerId_);
-        last.SetParam("Year", std::int64_t{year_});
-        last.SetParam("Type", type_);
+        Bind(last, "SELECT MAX(SubmittedReturnFileId) AS Id" + undelivered, ofReturn);
         last.Open();
         intent = last.FieldByName("Id").AsInteger();
     } catch (const std::exception& error) {
