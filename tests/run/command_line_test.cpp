@@ -117,6 +117,25 @@ protected:
         sqlite3_close(handle);
         ASSERT_EQ(result, SQLITE_OK) << message;
     }
+    // What a refused run must leave as it was: the records of submissions
+    // and the submitted copies of the returns (year keys of five digits).
+    std::string Submitted() const {
+        sqlite3* handle = nullptr;
+        EXPECT_EQ(sqlite3_open(database_.c_str(), &handle), SQLITE_OK);
+        std::string rows;
+        const auto append = [](void* out, int count, char** values, char**) {
+            auto& text = *static_cast<std::string*>(out);
+            for (int i = 0; i < count; ++i) text += std::string(values[i] ? values[i] : "NULL") + "|";
+            return 0;
+        };
+        sqlite3_exec(handle,
+                     "SELECT (SELECT COUNT(*) FROM SubmittedReturnFile), (SELECT COUNT(*) FROM LastSubmission), "
+                     "(SELECT COUNT(*) FROM LastSubmissionBackup)",
+                     append, &rows, nullptr);
+        sqlite3_exec(handle, "SELECT COUNT(*), total(GrossTotal) FROM IR8A WHERE YEYear > 9999", append, &rows, nullptr);
+        sqlite3_close(handle);
+        return rows;
+    }
     // The files of the File Directory with a final name (no hidden temporary).
     std::vector<std::string> OutFiles() const {
         std::vector<std::string> names;
@@ -273,10 +292,12 @@ TEST_F(SampleDatabaseTool, BadDataAndDatabaseFaultsAreToldAndWriteNoFile) {
         TearDown();  // a fresh copy of the sample for each case
         SetUp();
         Sql(c.sql);
+        const std::string before = Submitted();
         EXPECT_EQ(Run(RunArgs("generate", "ADMIN", "cur-ir8a", c.extra)), c.status) << err_.str() << out_.str();
         EXPECT_TRUE(Logged(c.logged)) << out_.str();
         EXPECT_TRUE(Said(c.said)) << err_.str();
         EXPECT_EQ(OutFiles(), std::vector<std::string>{});
+        EXPECT_EQ(Submitted(), before);
     }
 }
 
