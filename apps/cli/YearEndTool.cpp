@@ -525,6 +525,12 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
                 terminal.Err(std::string("No file was made: there are no records to process") +
                              (options.amendment ? " (no employee has changed since the last submission)." : "."));
             }
+        } else if (controller.LastRunRefusedARecord()) {
+            // Data the rules let through but a record cannot hold: the data
+            // failed, as in validation.
+            status = kExitValidation;
+            terminal.Err(std::string(submit ? "Nothing was submitted" : "No file was made") +
+                         ": not every record could be written. The run log names the employees and why.");
         } else {
             terminal.Err(std::string(submit ? "Nothing was submitted" : "No file was made") +
                          ": the file could not be saved. The run log says why.");

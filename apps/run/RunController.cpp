@@ -391,6 +391,7 @@ bool RunController::RunSubmission(bool validateOnly) {
     ThrowIfDatabaseFault(*job);
     last_.produced = processed != 0;
     last_.noRecords = processed == 0 && job->FoundNoRecords();
+    last_.recordRefused = processed == 0 && job->RefusedARecord();
     // The summary belongs to a real original return; the supplementary IR8A
     // has none of its own (it joins the shared summary of the "All" run only).
     if (processed != 0 && parameters_.actualRun && choices_.original && !job->SummaryFileName().empty()) {
@@ -462,6 +463,7 @@ void RunController::RunAllFiles() {
         processed.push_back(job->ProcessFile());
         ThrowIfDatabaseFault(*job);
         if (processed.back() == 0 && !job->FoundNoRecords()) allWithoutRecords = false;
+        if (processed.back() == 0 && job->RefusedARecord()) last_.recordRefused = true;
     }
     bool anyProcessed = false;
     for (std::size_t i = 0; i < jobs.size(); ++i) {

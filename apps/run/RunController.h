@@ -165,6 +165,8 @@ public:
     // The last run made nothing because no employee was to be reported (not
     // because a file could not be saved).
     bool LastRunFoundNoRecords() const { return last_.noRecords; }
+    // The last run made nothing because a record could not be built.
+    bool LastRunRefusedARecord() const { return last_.recordRefused; }
     const StringList& EmployeeErrorList() const { return employeeErrorList_; }
     const StringList& SummaryList() const { return summaryList_; }
     const IRASSubmissionParameters& SubmissionParameters() const { return parameters_; }
@@ -180,6 +182,7 @@ private:
         bool validationRefused = false;
         bool produced = false;
         bool noRecords = false;  // nothing made because no employee was to be reported
+        bool recordRefused = false;  // nothing made because a record could not be built
     };
 
     RunOutcome Guarded(const std::function<RunOutcome()>& flow);

@@ -114,6 +114,7 @@ public:
     bool GetHasWarnings() const override { return HasWarnings; }
     std::string DatabaseFault() const override { return DatabaseFaultText; }
     bool FoundNoRecords() const override { return NoRecords; }
+    bool RefusedARecord() const override { return RecordFault; }
     std::optional<StringList> BuildRecords(RecordSource source) override;
 
     void WriteAllMemo(const std::string& line);

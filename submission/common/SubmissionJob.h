@@ -86,6 +86,9 @@ public:
     // Processing found no employee to report (an Amendment without a changed
     // employee): nothing was made because there was nothing to make.
     virtual bool FoundNoRecords() const { return false; }
+    // Processing made no file because a record could not be built (the run
+    // log names the employee and why).
+    virtual bool RefusedARecord() const { return false; }
 };
 
 }  // namespace iras
