@@ -119,6 +119,12 @@ double RYESubmissionJob::Amount(db::Query& query, const char* column) {
     const db::Field field = query.FieldByName(column);
     if (!query.Active() || query.IsEmpty()) return field.AsFloat();
     if (const std::optional<double> number = field.AsNumber()) return *number;
+    // A sum the query works out (the total income) is NULL when one of its
+    // parts is: the finding of that part already names the column to mend.
+    if (field.IsNull() && &query == &MainQuery && !StoredAmountFaults.empty() && MainQuery.HasField("PersonalSysId") &&
+        StoredAmountFaults.count(Text("PersonalSysId")) != 0) {
+        return 0.0;
+    }
     AddAmountFinding(column, field.AsString(), field.IsNull());
     return 0.0;
 }

@@ -263,7 +263,7 @@ TEST_F(SampleDatabaseTool, BadDataAndDatabaseFaultsAreToldAndWriteNoFile) {
         {"text in a money column", "UPDATE IR8A SET GrossTotal = 'abc'" + person1001, {}, kExitValidation,
          lim + "GrossTotal holds \"abc\", which is not an amount.", "the data failed validation"},
         {"a NULL part of the total income", looseIR8A + "UPDATE IR8A SET Transport = NULL" + person1001, {},
-         kExitValidation, lim + "Amt is empty (NULL) where the return needs an amount.", "the data failed validation"},
+         kExitValidation, lim + "Transport is empty (NULL) where the return needs an amount.", "the data failed validation"},
         {"text in a money column of an Amendment", "UPDATE IR8A SET GrossTotal = 'abc'" + person1001,
          {"--amendment", "--yes"}, kExitValidation, lim + "GrossTotal holds \"abc\", which is not an amount.",
          "the data failed validation"},
