@@ -5,6 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 packages=(g++ cmake ninja-build pkg-config libsqlite3-dev sqlite3 libgtest-dev libgmock-dev
+          libcli11-dev                    # the command line of iras-yearend
           qt6-base-dev libgl-dev          # the session form, the module, iras-host
           postgresql-15 libpq-dev         # the server the PostgreSQL tests start for themselves; its client
           xvfb xauth fonts-dejavu-core)   # scripts/screenshots.sh only

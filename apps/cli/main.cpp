@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/run/YearEndTool.h"
+#include "apps/cli/YearEndTool.h"
 
 int main(int argc, char** argv) {
     const std::vector<std::string> args(argv + 1, argv + argc);

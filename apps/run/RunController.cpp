@@ -33,6 +33,13 @@ void SaveLines(const fs::path& file, const StringList& lines) {
     if (!reason.empty()) throw RunError("Cannot write the file " + file.string() + ": " + reason + ".");
 }
 
+// A job answers a database failure with 0 and keeps the driver's message;
+// the run reports it as a database failure, never as data that failed the
+// rules.
+void ThrowIfDatabaseFault(const RSubmissionJob& job) {
+    if (const std::string fault = job.DatabaseFault(); !fault.empty()) throw db::DatabaseError(fault);
+}
+
 }  // namespace
 
 RunMode RunModeFromText(const std::string& modeText) {
@@ -171,6 +178,7 @@ RunOutcome RunController::DirectSubmitFlow() {
         return RunOutcome::Unavailable;
     }
     if (!RunSubmission(true)) return OutcomeOfRun(false);
+    if (!last_.produced && !last_.validationRefused) return NothingSubmitted();
 
     AppendLog({"", kBannerStars, "", "           PREPARING FOR ACTUAL DIRECT SUBMISSION", "",
                kBannerStars, ""});
@@ -207,6 +215,7 @@ RunOutcome RunController::ProceedFlow() {
         Show(MessageKind::Error, kErrorsBeforeRetry);
         return RunOutcome::ErrorsFound;
     }
+    if (!last_.produced && !last_.validationRefused) return NothingSubmitted();
     // The dialog follows the flags alone, as the form always has; a pass
     // whose validation refused without an error flag still reports its
     // outcome as refused, so that a script sees that nothing was submitted.
@@ -216,6 +225,17 @@ RunOutcome RunController::ProceedFlow() {
         Show(MessageKind::Information, "Records have been submitted successfully.");
     }
     return last_.validationRefused ? RunOutcome::ValidationRefused : RunOutcome::Done;
+}
+
+// Nothing reached the engine: no employee to report (an Amendment without a
+// changed employee) or no file to hand over. Saying "submitted" would be false.
+RunOutcome RunController::NothingSubmitted() {
+    const std::string text = last_.noRecords
+                                 ? "Nothing was submitted: there are no records to submit."
+                                 : "Nothing was submitted: the file could not be made. Please review the log.";
+    AppendLog({"", text, ""});
+    Show(MessageKind::Information, text);
+    return RunOutcome::NothingProduced;
 }
 
 RunOutcome RunController::ResetFlow() {
@@ -346,7 +366,9 @@ bool RunController::RunSubmission(bool validateOnly) {
         return !hasErrors_;
     }
     PrepareJob(*job);
-    if (job->ValidateFile() == 0) {
+    const int validated = job->ValidateFile();
+    ThrowIfDatabaseFault(*job);
+    if (validated == 0) {
         last_.validationRefused = true;
         RemoveRunFolderIfEmpty();
         return !hasErrors_;
@@ -366,7 +388,10 @@ bool RunController::RunSubmission(bool validateOnly) {
     }
 
     const int processed = job->ProcessFile();
+    ThrowIfDatabaseFault(*job);
     last_.produced = processed != 0;
+    last_.noRecords = processed == 0 && job->FoundNoRecords();
+    last_.recordRefused = processed == 0 && job->RefusedARecord();
     // The summary belongs to a real original return; the supplementary IR8A
     // has none of its own (it joins the shared summary of the "All" run only).
     if (processed != 0 && parameters_.actualRun && choices_.original && !job->SummaryFileName().empty()) {
@@ -417,6 +442,7 @@ void RunController::RunAllFiles() {
     bool allValidated = true;
     for (auto& job : jobs) {
         if (job->ValidateFile() == 0) allValidated = false;
+        ThrowIfDatabaseFault(*job);
     }
     if (!allValidated) {
         last_.validationRefused = true;
@@ -432,7 +458,13 @@ void RunController::RunAllFiles() {
     }
 
     std::vector<int> processed;
-    for (auto& job : jobs) processed.push_back(job->ProcessFile());
+    bool allWithoutRecords = true;
+    for (auto& job : jobs) {
+        processed.push_back(job->ProcessFile());
+        ThrowIfDatabaseFault(*job);
+        if (processed.back() == 0 && !job->FoundNoRecords()) allWithoutRecords = false;
+        if (processed.back() == 0 && job->RefusedARecord()) last_.recordRefused = true;
+    }
     bool anyProcessed = false;
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         if (processed[i] == 0) continue;
@@ -456,6 +488,7 @@ void RunController::RunAllFiles() {
             logMemo_->Append(line);
         }
     } else {
+        last_.noRecords = allWithoutRecords;
         for (const std::string& line : {kBannerStars, kBannerBlank,
                                         std::string("No Records to be processed."), kBannerBlank,
                                         kBannerStars, std::string()}) {

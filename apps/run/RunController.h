@@ -162,6 +162,11 @@ public:
     bool ProceedVisible() const { return proceedVisible_; }
     // The last run's validation refused the data (no file, nothing submitted).
     bool LastValidationRefused() const { return last_.validationRefused; }
+    // The last run made nothing because no employee was to be reported (not
+    // because a file could not be saved).
+    bool LastRunFoundNoRecords() const { return last_.noRecords; }
+    // The last run made nothing because a record could not be built.
+    bool LastRunRefusedARecord() const { return last_.recordRefused; }
     const StringList& EmployeeErrorList() const { return employeeErrorList_; }
     const StringList& SummaryList() const { return summaryList_; }
     const IRASSubmissionParameters& SubmissionParameters() const { return parameters_; }
@@ -176,6 +181,8 @@ private:
         bool unavailable = false;
         bool validationRefused = false;
         bool produced = false;
+        bool noRecords = false;  // nothing made because no employee was to be reported
+        bool recordRefused = false;  // nothing made because a record could not be built
     };
 
     RunOutcome Guarded(const std::function<RunOutcome()>& flow);
@@ -189,6 +196,7 @@ private:
     RunOutcome VerificationReportFlow();
     void OfferVerificationReport();
     RunOutcome OutcomeOfRun(bool result) const;
+    RunOutcome NothingSubmitted();
 
     void MakeRunFolder();
     void RemoveRunFolderIfEmpty();

@@ -17,7 +17,9 @@
 
 #include <algorithm>
 #include <fstream>
+#include <map>
 #include <system_error>
+#include <unordered_map>
 
 #include "platform/ais/AisFields.h"
 #include "platform/ais/AisRecordLayout.h"
@@ -187,6 +189,7 @@ private:
             detailsUsable_ = false;
             return;
         }
+        CheckIdOnce(record);
         if (extraBlocks > 0)
             CheckFields(record, DetailFields(kind_, extraBlocks), &sums_);
         else
@@ -203,6 +206,19 @@ private:
         trailerTotals_.assign(sums_.size(), std::nullopt);
         CheckFields(record, TrailerFields(kind_), nullptr, &trailerTotals_);
         trailerFields_ = &TrailerFields(kind_);
+    }
+
+    // Every return reports an employee once: the ID type (column 2) and the
+    // ID number (columns 3-14) open each detail record of all four kinds.
+    void CheckIdOnce(const AisRawRecord& record) {
+        std::string idNo = record.bytes.substr(2, 12);
+        idNo.erase(idNo.find_last_not_of(' ') + 1);
+        if (idNo.empty() || idNo.find_first_not_of(' ') == std::string::npos) return;
+        const auto [first, added] = idLines_.emplace(record.bytes.substr(1, 1) + idNo, record.line);
+        if (added) return;
+        Error(record.line, 3,
+              "ID number " + Quoted(idNo) + " is already on line " + std::to_string(first->second) +
+                  "; an employee is reported once in a return");
     }
 
     // Reads every listed field; detail amounts that feed a trailer total are
@@ -307,6 +323,7 @@ private:
     std::optional<long long> trailerCount_;
     std::vector<std::optional<long long>> trailerTotals_;
     const std::vector<AisField>* trailerFields_ = nullptr;
+    std::unordered_map<std::string, int> idLines_;  // ID type and number -> first line
 };
 
 // The line-end faults are the same for every kind, so they are found while
@@ -327,6 +344,46 @@ std::optional<std::string> FindHeader(std::istream& in) {
     while (reader.Next(record))
         if (!record.bytes.empty() && record.bytes[0] == '0') return record.bytes;
     return std::nullopt;
+}
+
+// The kind of a finding: its message without the values that differ from
+// record to record (quoted texts, numbers).
+std::string KindOfFinding(const AisFinding& finding) {
+    std::string kind = finding.warning ? "w" : "e";
+    bool quoted = false;
+    for (char c : finding.message) {
+        if (c == '"') {
+            quoted = !quoted;
+            if (quoted) kind += "\"\"";
+        } else if (!quoted && !(c >= '0' && c <= '9')) {
+            kind += c;
+        }
+    }
+    return kind;
+}
+
+// A file with one fault in every record (bare LF line ends, a shifted field)
+// would list it thousands of times: each kind is listed for its first
+// kMaxFindingsOfAKind records, then counted in one closing finding.
+void CapRepeatedFindings(std::vector<AisFinding>& findings) {
+    std::map<std::string, int> seen;
+    std::vector<AisFinding> kept;
+    std::vector<std::pair<std::string, AisFinding>> firstOfKind;
+    for (AisFinding& finding : findings) {
+        const std::string kind = KindOfFinding(finding);
+        const int count = ++seen[kind];
+        if (count == 1) firstOfKind.emplace_back(kind, finding);
+        if (count <= kMaxFindingsOfAKind) kept.push_back(std::move(finding));
+    }
+    for (const auto& [kind, first] : firstOfKind) {
+        const int more = seen[kind] - kMaxFindingsOfAKind;
+        if (more <= 0) continue;
+        kept.push_back({0, 0,
+                        std::to_string(more) + " more finding" + (more == 1 ? "" : "s") + " like line " +
+                            std::to_string(first.line) + "'s (" + first.message + ") are not listed",
+                        first.warning, more});
+    }
+    findings = std::move(kept);
 }
 
 }  // namespace
@@ -414,6 +471,7 @@ AisCheckResult CheckAisFile(const std::filesystem::path& file, std::optional<Ais
     std::stable_sort(result.findings.begin(), result.findings.end(), [](const AisFinding& a, const AisFinding& b) {
         return a.line != b.line ? a.line < b.line : a.column < b.column;
     });
+    CapRepeatedFindings(result.findings);
     return result;
 }
 

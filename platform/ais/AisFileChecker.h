@@ -20,6 +20,7 @@ struct AisFinding {
     int column = 0;  // 1-based position in the record; 0 for the whole record
     std::string message;
     bool warning = false;  // a warning lets a submission go ahead with consent
+    int count = 1;         // the findings this one stands for (the closing count of a repeated kind)
 };
 
 struct AisCheckResult {
@@ -37,6 +38,10 @@ struct AisCheckResult {
 
 // "IR8A", "IR8S", "A8A" or "A8B": the form name a header record carries.
 const char* AisKindName(AisKind kind);
+
+// How many findings of one kind (the same message but for its values) are
+// listed; the rest are counted in one finding at the end.
+inline constexpr int kMaxFindingsOfAKind = 20;
 
 // Checks the file; kind given or, when not, recognised from the header record.
 // A file that cannot be read gives one finding that names it.

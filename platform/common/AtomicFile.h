@@ -14,6 +14,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "platform/common/LogSink.h"
 
@@ -29,6 +30,13 @@ void SetFileFaultForTesting(FileFaultHook hook);
 // The temporary files of this system start with this text (".iras-tmp-"), so
 // that what a killed run left behind can be told from the user's own files.
 inline constexpr std::string_view kTemporaryFilePrefix = ".iras-tmp-";
+
+// Removes from folder the temporary files of this system left by a process
+// that is no longer running (a killed run): their names carry the writer's
+// process id, and a file of a live process (a run going on beside this one)
+// is never touched. Returns the names removed. WriteFileAtomically does this
+// once per folder and process before its first write there.
+std::vector<std::string> RemoveStaleTemporaryFiles(const std::filesystem::path& folder);
 
 // Writes to target what write puts into the stream (a stream error counts as
 // a failure), through a temporary file beside it. "" when the file is in

@@ -319,6 +319,14 @@ double Field::AsFloat() const {
     return 0.0;
 }
 
+std::optional<double> Field::AsNumber() const {
+    const Value& value = ValueOf(*query_->state_, column_);
+    if (const auto* real = std::get_if<double>(&value)) return *real;
+    if (const auto* integer = std::get_if<std::int64_t>(&value)) return static_cast<double>(*integer);
+    if (const auto* text = std::get_if<std::string>(&value)) return ParseReal(*text);
+    return std::nullopt;
+}
+
 std::int64_t Field::AsInteger() const {
     const Value& value = ValueOf(*query_->state_, column_);
     if (const auto* integer = std::get_if<std::int64_t>(&value)) return *integer;

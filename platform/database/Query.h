@@ -19,7 +19,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <stdexcept>
+#include <functional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -52,6 +54,9 @@ class Field {
 public:
     std::string AsString() const;
     double AsFloat() const;
+    // The value as a number, or nothing for NULL and for a text that is not
+    // a number ("abc", ""): AsFloat() would read both as 0.
+    std::optional<double> AsNumber() const;
     std::int64_t AsInteger() const;
     Date AsDate() const;  // NULL or unreadable text: the empty date
     bool IsNull() const;
@@ -123,6 +128,11 @@ struct ConnectionConfig {
     std::string driver = "sqlite";  // the embedded default; "postgresql" for a server
     std::string location;           // a file for SQLite, a connection URI for PostgreSQL
     bool create = false;            // make a new, empty database where none exists
+    // How long a statement waits for a lock another run holds before it
+    // gives up with "locked"; and who is told, once per wait, that it waits
+    // (nobody when empty).
+    int lockWaitMs = 2000;
+    std::function<void(const std::string&)> onLockWait = nullptr;
 };
 
 // The named connections of the process. Register("kovadb", {..}) makes every

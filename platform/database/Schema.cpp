@@ -100,7 +100,7 @@ void RunInOneTransaction(Connection& connection, const std::vector<NamedScript>&
             }
         } catch (const DatabaseError& error) {
             connection.Rollback();
-            throw DatabaseError(doing + " failed in " + script.name + ": " + error.what() + " Nothing was created.",
+            throw DatabaseError(doing + " failed in " + script.name + ": " + error.what() + "\nNothing was created.",
                                 error.NativeCode());
         }
     }
@@ -108,7 +108,7 @@ void RunInOneTransaction(Connection& connection, const std::vector<NamedScript>&
         connection.Commit();
     } catch (const DatabaseError& error) {
         connection.Rollback();
-        throw DatabaseError(doing + " failed when saving it: " + error.what() + " Nothing was created.",
+        throw DatabaseError(doing + " failed when saving it: " + error.what() + "\nNothing was created.",
                             error.NativeCode());
     }
 }

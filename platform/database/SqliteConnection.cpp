@@ -6,11 +6,13 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <map>
 #include <string>
 #include <mutex>
 #include <system_error>
+#include <thread>
 
 #include "platform/common/Text.h"
 #include "platform/database/CHandle.h"
@@ -169,7 +171,7 @@ private:
             throw DatabaseError(Describe(rc, raw ? sqlite3_errmsg(raw) : sqlite3_errstr(rc), ""), rc);
         }
         sqlite3_extended_result_codes(db_.get(), 1);
-        sqlite3_busy_timeout(db_.get(), SqliteBusyTimeoutMs);
+        sqlite3_busy_handler(db_.get(), &SqliteConnection::WaitForLock, this);
         functions_ = std::make_unique<DatabaseFunctions>(db_.get());
         // SQLite reads the file only at the first statement: read it now, so
         // that a file that is not a database, or one locked by another
@@ -184,6 +186,28 @@ private:
         }
     }
 
+    // Another connection holds the lock: wait, in steps of up to a quarter
+    // of a second, until it is free or the configured limit has passed. The
+    // first call of a wait tells whoever asked that the run waits.
+    static int WaitForLock(void* self, int attempt) {
+        auto& connection = *static_cast<SqliteConnection*>(self);
+        const auto now = std::chrono::steady_clock::now();
+        if (attempt == 0) {
+            connection.waitStart_ = now;
+            if (connection.config_.onLockWait && connection.config_.lockWaitMs >= 1000) {
+                connection.config_.onLockWait("The database \"" + connection.config_.location +
+                                              "\" is in use by another run; waiting for it (at most " +
+                                              std::to_string(connection.config_.lockWaitMs / 1000) + " seconds).");
+            }
+        }
+        const auto waited =
+            std::chrono::duration_cast<std::chrono::milliseconds>(now - connection.waitStart_).count();
+        if (waited >= connection.config_.lockWaitMs) return 0;
+        const long step = std::min<long>({250L, 5L * (attempt + 1), connection.config_.lockWaitMs - waited});
+        std::this_thread::sleep_for(std::chrono::milliseconds(std::max(1L, step)));
+        return 1;
+    }
+
     // What went wrong, in plain words, naming the file and, where there is
     // one, the SQL.
     std::string Describe(int code, const std::string& engineMessage, const std::string& sql) const {
@@ -193,7 +217,7 @@ private:
             case SQLITE_BUSY:
             case SQLITE_LOCKED:
                 text = "The database " + file + " is locked by another program (still busy after " +
-                       std::to_string(SqliteBusyTimeoutMs / 1000) +
+                       std::to_string(config_.lockWaitMs / 1000) +
                        " seconds). Close the other program or try again later.";
                 break;
             case SQLITE_NOTADB:
@@ -353,6 +377,7 @@ private:
     }
 
     ConnectionConfig config_;
+    std::chrono::steady_clock::time_point waitStart_;
     std::recursive_mutex mutex_;
     std::map<std::string, std::string> translations_;
     // Declared after db_ so that the functions' statements are finalized

@@ -14,9 +14,6 @@
 
 namespace iras::db {
 
-// How long a statement waits for a lock held by another connection.
-inline constexpr int SqliteBusyTimeoutMs = 2000;
-
 std::shared_ptr<Connection> OpenSqliteConnection(const ConnectionConfig& config);
 
 }  // namespace iras::db

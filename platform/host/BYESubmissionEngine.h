@@ -7,9 +7,11 @@
 // engine's log; none throws into the job that calls it.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/common/LogSink.h"
 
@@ -59,6 +61,22 @@ public:
     // CopyRecords(8, 9): restores the state saved before the employer's last
     // generation of the type set. Nonzero on success.
     virtual int CopyRecords(int from, int to) = 0;
+
+    // When the last call failed on the database (a missing table or column,
+    // a damaged or locked file, a full disk): the driver's message, with the
+    // call that met it. "" when the last call succeeded or failed otherwise.
+    virtual std::string LastDatabaseFault() const { return ""; }
+
+    // The amounts of the return's own rows that GenerateViewTables found not
+    // to be numbers (a text in a money column, which an SQLite file accepts,
+    // or a NULL): arithmetic in SQL would take them for 0 without a word.
+    struct AmountFault {
+        std::int64_t personalSysId = 0;
+        std::string column;
+        std::string value;  // as stored; "" for NULL
+        bool null = false;
+    };
+    virtual std::vector<AmountFault> AmountFaults() const { return {}; }
 };
 
 using EngineFactory = std::function<std::unique_ptr<BYESubmissionEngine>(BQueryViewTable*)>;

@@ -79,11 +79,16 @@ std::optional<AisKind> KindOfFormType(const std::string& formType) {
     return std::nullopt;
 }
 
-void Exec(const std::string& alias, const std::string& sql, const Params& params) {
-    db::Query query(alias);
+// Sets the statement and those of the parameters it names.
+void Bind(db::Query& query, const std::string& sql, const Params& params) {
     query.SetSQL(sql);
     for (const auto& [name, value] : params)
         if (sql.find(":" + name) != std::string::npos) query.SetParam(name, value);
+}
+
+void Exec(const std::string& alias, const std::string& sql, const Params& params) {
+    db::Query query(alias);
+    Bind(query, sql, params);
     query.ExecSQL();
 }
 
@@ -307,6 +312,7 @@ int ReferenceEngine::BasisYear() const { return type_ == "SupIR8A" ? year_ - 1 :
 
 bool ReferenceEngine::CheckSetUp(const char* call, bool needType) {
     lastError_.clear();
+    lastDatabaseFault_.clear();
     std::string missing;
     if (year_ <= 0 || year_ > 9999) missing = "a year-end year (SetYEYear gave " + std::to_string(year_) + ")";
     else if (employerId_.empty()) missing = "an employer (SetYEEmployerId)";
@@ -355,7 +361,31 @@ int ReferenceEngine::BuildViews(const char* call, Views kind) {
         Exec(alias_, "INSERT INTO " + employeeView + " (" + ColumnList(employeeColumns) + ") " + selection, params);
         IndexByPerson(alias_, employeeView);
 
+        amountFaults_.clear();
         for (const auto& table : tables) {
+            // The amounts are checked as stored, before an Amendment's
+            // differences turn a text into a number.
+            std::string amounts;
+            for (const auto& column : table.columns)
+                if (column.amount) amounts += ", " + QuoteName(column.name);
+            if (!amounts.empty()) {
+                db::Query rows(alias_);
+                rows.SetSQL("SELECT PersonalSysId" + amounts + " FROM " + QuoteName(table.name) +
+                            " WHERE YEYear = :Year" + TypeFilter(table) + " AND PersonalSysId IN (SELECT PersonalSysId FROM " +
+                            employeeView + ") ORDER BY PersonalSysId");
+                rows.SetParam("Year", std::int64_t{year_});
+                if (table.typed) rows.SetParam("Type", type_);
+                rows.Open();
+                for (rows.First(); !rows.IsEmpty() && !rows.Eof(); rows.Next()) {
+                    for (const auto& column : table.columns) {
+                        if (!column.amount) continue;
+                        const db::Field field = rows.FieldByName(column.name);
+                        if (field.AsNumber()) continue;
+                        amountFaults_.push_back({rows.FieldByName("PersonalSysId").AsInteger(), column.name,
+                                                 field.AsString(), field.IsNull()});
+                    }
+                }
+            }
             const std::string view = _GetViewTableName("View" + table.name, address, user);
             CreateLike(alias_, view, table.columns);
             const std::string people = " AND PersonalSysId IN (SELECT PersonalSysId FROM " + employeeView + ")";
@@ -375,6 +405,11 @@ int ReferenceEngine::BuildViews(const char* call, Views kind) {
             IndexByPerson(alias_, view);
         }
         transaction.Commit();
+    } catch (const db::DatabaseError& error) {
+        Fail("GenerateViewTables: the view tables of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
+             " could not be made: " + error.what());
+        lastDatabaseFault_ = lastError_;
+        return 0;
     } catch (const std::exception& error) {
         return Fail(std::string(call) + ": the view tables of " + type_ + " " +
                     ForEmployerAndYear(employerId_, year_) + " could not be made: " + error.what());
@@ -389,6 +424,7 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
     hasErrors_ = false;
     hasWarnings_ = false;
     lastError_.clear();
+    lastDatabaseFault_.clear();
     submissionRecord_.clear();
     const std::filesystem::path path = std::filesystem::path(file).is_absolute() || reportPath_.empty()
                                            ? std::filesystem::path(file)
@@ -413,7 +449,7 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
     std::string firstError;
     for (std::size_t i = 0; i < described.size(); ++i) {
         const bool warning = i < check.findings.size() && check.findings[i].warning;
-        (warning ? warnings : errors)++;
+        (warning ? warnings : errors) += check.findings[i].count;
         if (!warning && firstError.empty()) firstError = described[i];
         submissionRecord_.push_back(described[i]);
         log_.push_back(described[i]);
@@ -447,25 +483,44 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
     record.sizeBytes = sizeError ? 0 : static_cast<long long>(size);
     record.recordCount = check.detailRecords;
 
-    DeliveryResult delivery;
+    // A return must never reach IRAS twice. The intent is recorded before
+    // the file is handed over (an empty DeliveryReference) and marked with
+    // the reference after; a row still without one is a delivery nobody
+    // recorded, and it blocks the next submission of that return.
+    const std::string subject = type_ + " " + ForEmployerAndYear(employerId_, year_);
+    std::int64_t intent = 0;
+    const Params ofReturn{{"EmployerId", employerId_}, {"Year", std::int64_t{year_}}, {"Type", type_}};
+    const std::string undelivered =
+        " FROM SubmittedReturnFile WHERE YEEmployerId = :EmployerId AND YEYear = :Year AND SubmissionType = :Type "
+        "AND DeliveryReference = ''";
     try {
-        delivery = transport_->Deliver(record, path);
-    } catch (const std::exception& error) {
-        delivery = {false, "", error.what()};
-    }
-    if (!delivery.message.empty()) submissionRecord_.push_back(delivery.message);
-    if (!delivery.accepted) {
-        hasErrors_ = true;
-        submissionRecord_.push_back("Result: not submitted.");
-        return Fail("ExecuteDirectSubmit: " + record.fileName + " was not delivered: " + delivery.message);
-    }
-    try {
+        db::Query pending(alias_);
+        Bind(pending, "SELECT SubmittedReturnFileId, FileName, SubmittedDateTime" + undelivered +
+                          " ORDER BY SubmittedReturnFileId",
+             ofReturn);
+        pending.Open();
+        if (!pending.IsEmpty()) {
+            const std::string id = pending.FieldByName("SubmittedReturnFileId").AsString();
+            hasErrors_ = true;
+            submissionRecord_.push_back("Result: not submitted; an earlier delivery is not recorded.");
+            Fail("ExecuteDirectSubmit: nothing was submitted. The submission of " + subject + " made on " +
+                 pending.FieldByName("SubmittedDateTime").AsString() + " (file " +
+                 pending.FieldByName("FileName").AsString() + ", SubmittedReturnFileId " + id +
+                 ") was handed over for delivery, but its delivery was never recorded, so it may have reached "
+                 "IRAS. Record that delivery first with its delivery reference: UPDATE SubmittedReturnFile SET "
+                 "DeliveryReference = '<reference>' WHERE SubmittedReturnFileId = " + id +
+                 "; or, if IRAS never received it, remove the row: DELETE FROM SubmittedReturnFile WHERE "
+                 "SubmittedReturnFileId = " + id + ".");
+            lastDatabaseFault_ = lastError_;
+            return 0;
+        }
+        pending.Close();
         db::Query insert(alias_);
         insert.SetSQL(
             "INSERT INTO SubmittedReturnFile (FileName, FormType, SubmissionType, YEEmployerId, YEYear, "
             "SubmitUserIdType, SubmitUserId, SessionUserId, SubmittedDateTime, FileSize, DetailRecordCount, "
             "DeliveryReference) VALUES (:FileName, :FormType, :SubmissionType, :EmployerId, :Year, "
-            ":UserIdType, :UserId, :SessionUserId, :SubmittedAt, :FileSize, :RecordCount, :Reference)");
+            ":UserIdType, :UserId, :SessionUserId, :SubmittedAt, :FileSize, :RecordCount, '')");
         insert.SetParam("FileName", record.fileName);
         insert.SetParam("FormType", record.formType);
         insert.SetParam("SubmissionType", record.submissionType);
@@ -477,14 +532,62 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
         insert.SetParam("SubmittedAt", record.submittedAt);
         insert.SetParam("FileSize", std::int64_t{record.sizeBytes});
         insert.SetParam("RecordCount", std::int64_t{record.recordCount});
-        insert.SetParam("Reference", delivery.reference);
         insert.ExecSQL();
+        db::Query last(alias_);
+        Bind(last, "SELECT MAX(SubmittedReturnFileId) AS Id" + undelivered, ofReturn);
+        last.Open();
+        intent = last.FieldByName("Id").AsInteger();
+    } catch (const std::exception& error) {
+        hasErrors_ = true;
+        submissionRecord_.push_back("Result: not submitted; the submission could not be recorded beforehand.");
+        Fail("ExecuteDirectSubmit: nothing was submitted: the submission of " + subject +
+             " could not be recorded before delivery: " + error.what());
+        lastDatabaseFault_ = lastError_;
+        return 0;
+    }
+    const auto forget = [this, intent] {
+        try {
+            db::Query remove(alias_);
+            remove.SetSQL("DELETE FROM SubmittedReturnFile WHERE SubmittedReturnFileId = :Id");
+            remove.SetParam("Id", intent);
+            remove.ExecSQL();
+        } catch (const std::exception& error) {
+            log_.push_back("ExecuteDirectSubmit: the record of the undelivered file could not be removed: " +
+                           std::string(error.what()));
+        }
+    };
+
+    DeliveryResult delivery;
+    try {
+        delivery = transport_->Deliver(record, path);
+    } catch (const std::exception& error) {
+        delivery = {false, "", error.what()};
+    }
+    if (!delivery.message.empty()) submissionRecord_.push_back(delivery.message);
+    if (!delivery.accepted) {
+        forget();
+        hasErrors_ = true;
+        submissionRecord_.push_back("Result: not submitted.");
+        return Fail("ExecuteDirectSubmit: " + record.fileName + " was not delivered: " + delivery.message);
+    }
+    if (delivery.reference.empty()) delivery.reference = "(no reference given)";
+    try {
+        db::Query mark(alias_);
+        mark.SetSQL("UPDATE SubmittedReturnFile SET DeliveryReference = :Reference WHERE SubmittedReturnFileId = :Id");
+        mark.SetParam("Reference", delivery.reference);
+        mark.SetParam("Id", intent);
+        mark.ExecSQL();
     } catch (const std::exception& error) {
         hasErrors_ = true;
         submissionRecord_.push_back("Result: delivered as " + delivery.reference +
                                     " but not recorded in the database.");
-        return Fail("ExecuteDirectSubmit: " + record.fileName + " could not be recorded as submitted: " +
-                    error.what());
+        Fail("ExecuteDirectSubmit: " + record.fileName + " was delivered with the delivery reference " +
+             delivery.reference + ", but the delivery could not be recorded: " + error.what() +
+             ". Do not submit it again: record the delivery first with UPDATE SubmittedReturnFile SET "
+             "DeliveryReference = '" + delivery.reference + "' WHERE SubmittedReturnFileId = " +
+             std::to_string(intent) + ".");
+        lastDatabaseFault_ = lastError_;
+        return 0;
     }
     submissionRecord_.push_back("Result: submitted" +
                                 (warnings ? " with " + std::to_string(warnings) + " warning(s)" : std::string()) +
@@ -553,6 +656,11 @@ int ReferenceEngine::SubmitRecords(bool original, bool allRun) {
                  row);
         }
         transaction.Commit();
+    } catch (const db::DatabaseError& error) {
+        Fail("SubmitRecords: the submission of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
+             " could not be recorded: " + error.what());
+        lastDatabaseFault_ = lastError_;
+        return 0;
     } catch (const std::exception& error) {
         return Fail("SubmitRecords: the submission of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
                     " could not be recorded: " + error.what());

@@ -65,6 +65,8 @@ public:
     void DirectSubmitAppendLog(LogSink* memo, const std::string& name) override;
     int SubmitRecords(bool original, bool allRun) override;
     int CopyRecords(int from, int to) override;
+    std::string LastDatabaseFault() const override { return lastDatabaseFault_; }
+    std::vector<AmountFault> AmountFaults() const override { return amountFaults_; }
 
     void SetTransport(std::shared_ptr<SubmissionTransport> transport);
     void SetFileCheck(AisFileCheck check);
@@ -100,6 +102,8 @@ private:
     StringList submissionRecord_;  // the last ExecuteDirectSubmit, for DirectSubmitAppendLog
     StringList log_;
     std::string lastError_;
+    std::string lastDatabaseFault_;
+    std::vector<AmountFault> amountFaults_;
 };
 
 }  // namespace iras

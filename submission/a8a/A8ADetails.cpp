@@ -145,8 +145,8 @@ void RA8AeSubmission::PrepareA8ADetails() {
     Put(out, d.recordType, "1");
     Put(out, d.idType, PayeeIdTypeCode());
     Put(out, d.idNo, Text("TaxNo"));
-    Put(out, d.name1, Text("EEName1"));
-    Put(out, d.name2, Text("EEName2"));
+    PutText(d.name1, "EEName1");
+    PutText(d.name2, "EEName2");
     Put(out, d.address1, Text("ResidenceAddress1"));
     Put(out, d.address2, Text("ResidenceAddress2"));
     Put(out, d.address3, Text("ResidenceAddress3"));

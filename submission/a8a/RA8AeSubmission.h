@@ -51,6 +51,9 @@ protected:
     void PrepareDetails() override { PrepareA8ADetails(); }
     int RecordWidth() const override;
     std::string FormName() const override { return "A8A"; }
+    std::optional<EmployeeJoins> Joins() const override {
+        return EmployeeJoins{ViewEmployee, ViewA8A, "CurrentYEGlobalId", "A8A", ""};
+    }
 
 private:
     // The text of a column as stored, blanks kept: IRAS's blank tests on

@@ -71,6 +71,9 @@ protected:
     // The detail record's last declared field reaches one column past 9300.
     bool FixedWidthRecords() const override { return true; }
     std::string FormName() const override { return "A8B"; }
+    std::optional<EmployeeJoins> Joins() const override {
+        return EmployeeJoins{ViewEmployee, ViewA8B, "CurrentYEGlobalId", "A8B", ""};
+    }
 
 private:
     struct EncodedRow;

@@ -4,8 +4,11 @@
 // the hooks of RYESubmissionJob.
 #include "submission/common/RYESubmissionJob.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <system_error>
+#include <unordered_map>
 #include <utility>
 
 #include "platform/common/AtomicFile.h"
@@ -113,11 +116,54 @@ std::string RYESubmissionJob::Text(db::Query& query, const char* column) {
 }
 
 double RYESubmissionJob::Amount(db::Query& query, const char* column) {
-    return query.FieldByName(column).AsFloat();
+    const db::Field field = query.FieldByName(column);
+    if (!query.Active() || query.IsEmpty()) return field.AsFloat();
+    if (const std::optional<double> number = field.AsNumber()) return *number;
+    // A sum the query works out (the total income) is NULL when one of its
+    // parts is: the finding of that part already names the column to mend.
+    if (field.IsNull() && &query == &MainQuery && !StoredAmountFaults.empty() && MainQuery.HasField("PersonalSysId") &&
+        StoredAmountFaults.count(Text("PersonalSysId")) != 0) {
+        return 0.0;
+    }
+    AddAmountFinding(column, field.AsString(), field.IsNull());
+    return 0.0;
+}
+
+void RYESubmissionJob::AddAmountFinding(const std::string& column, const std::string& value, bool null) {
+    const std::string taxNo = EmployeeTaxNo();
+    std::string finding = "Employee " + (taxNo.empty() ? "" : taxNo + " ") + "(Employee ID " + EmployeeId() + "): " + column;
+    finding += null ? " is empty (NULL) where the return needs an amount."
+                    : " holds \"" + value + "\", which is not an amount.";
+    for (const std::string& line : AmountFindings) {
+        if (line == finding) return;
+    }
+    AmountFindings.push_back(finding);
+}
+
+void RYESubmissionJob::AddStoredAmountFindings() {
+    if (StoredAmountFaults.empty()) return;
+    const auto found = StoredAmountFaults.find(Text("PersonalSysId"));
+    if (found == StoredAmountFaults.end()) return;
+    for (const auto& fault : found->second) AddAmountFinding(fault.column, fault.value, fault.null);
 }
 
 Date RYESubmissionJob::DateOf(db::Query& query, const char* column) {
-    return query.FieldByName(column).AsDate();
+    const db::Field field = query.FieldByName(column);
+    const Date date = field.AsDate();
+    if (&query == &EmployerQuery || !query.Active() || query.IsEmpty() || !_IsDateNull(date) || field.IsNull()) {
+        return date;
+    }
+    // A text that is no real day ("2024-02-30", "garbage") would be written
+    // as a blank date, or taken for one by the rules.
+    const std::string text = TrimSpace(field.AsString());
+    if (text.empty() || Date::Parse(text)) return date;  // blank, or the stored empty date
+    const std::string taxNo = EmployeeTaxNo();
+    const std::string finding = "Employee " + (taxNo.empty() ? "" : taxNo + " ") + "(Employee ID " + EmployeeId() +
+                                "): " + column + " holds \"" + text + "\", which is not a date (YYYY-MM-DD).";
+    if (std::find(AmountFindings.begin(), AmountFindings.end(), finding) == AmountFindings.end()) {
+        AmountFindings.push_back(finding);
+    }
+    return date;
 }
 
 // Only blanks are trimmed: an employer text is compared as the user typed it.
@@ -168,7 +214,18 @@ int RYESubmissionJob::OpenSources(const std::string& employerSqlBeforeId, const 
         if (blanks) WriteInternalMemo("");
         WriteInternalMemo(jobClass + "::RefreshQuery(): Error in generating view tables.");
         if (blanks) WriteInternalMemo("");
+        // The engine met a database failure: that is what the run reports,
+        // not data to adjust.
+        if (Engine) {
+            if (const std::string fault = Engine->LastDatabaseFault(); !fault.empty()) throw db::DatabaseError(fault);
+        }
         return 0;
+    }
+    StoredAmountFaults.clear();
+    if (Engine) {
+        for (const auto& fault : Engine->AmountFaults()) {
+            StoredAmountFaults[std::to_string(fault.personalSysId)].push_back(fault);
+        }
     }
     return 1;
 }
@@ -186,6 +243,46 @@ std::string RYESubmissionJob::SortClause() const {
         case 2: return "ORDER BY EEName1";
         default: return "";
     }
+}
+
+void RYESubmissionJob::WarnLeftOutEmployees() {
+    const std::optional<EmployeeJoins> joins = Joins();
+    if (!joins || LeftOutWarned) return;
+    LeftOutWarned = true;
+    const std::string form = FormName();
+    const std::string year = std::to_string(Params.year);
+    const std::string global = "A." + joins->globalIdColumn;
+    db::Query query("kovadb");
+    query.SetSQL("SELECT A.TaxNo AS TaxNo, FGetEmployeeIdByPersonalSysId(A.PersonalSysId) AS EmployeeId, " + global +
+                 " AS GlobalId FROM " + joins->employeeView + " A WHERE A.PersonalSysId IN (SELECT PersonalSysId FROM " +
+                 joins->returnView + ") AND (" + global + " IS NULL OR " + global +
+                 " NOT IN (SELECT YEGlobalId FROM YEGlobal)) ORDER BY A.TaxNo");
+    query.Open();
+    StringList warnings;
+    for (query.First(); !query.Eof(); query.Next()) {
+        const std::string globalId = Text(query, "GlobalId");
+        warnings.push_back("Warning: employee " + Text(query, "TaxNo") + " (Employee ID " + Text(query, "EmployeeId") +
+                           ") has " + form + " rows for the year but is left out of the file: " +
+                           joins->globalIdColumn +
+                           (globalId.empty() ? " is empty." : " " + globalId + " names no YEGlobal row."));
+    }
+    // Rows of a person with no employee row for the year belong to no
+    // employer's file at all.
+    db::Query orphans("kovadb");
+    orphans.SetSQL("SELECT DISTINCT PersonalSysId FROM " + joins->returnTable + " WHERE YEYear = " + year +
+                   (joins->returnTableFilter.empty() ? "" : " AND " + joins->returnTableFilter) +
+                   " AND PersonalSysId NOT IN (SELECT PersonalSysId FROM YEEmployee WHERE YEYear = " + year +
+                   ") ORDER BY PersonalSysId");
+    orphans.Open();
+    for (orphans.First(); !orphans.Eof(); orphans.Next()) {
+        warnings.push_back("Warning: the " + form + " rows of person " + Text(orphans, "PersonalSysId") +
+                           " for the year are left out of the file: the person has no employee row (YEEmployee) "
+                           "for the year.");
+    }
+    if (warnings.empty()) return;
+    WriteAllMemo("");
+    for (const std::string& line : warnings) WriteAllMemo(line);
+    WriteAllMemo("");
 }
 
 // ------------------------------------------------------------ the employer
@@ -312,8 +409,30 @@ void RYESubmissionJob::PutEmployeeDetailFields() {
         Put(out, d::kIdType, "");
     }
     Put(out, d::kIdNo, Text("TaxNo"));
-    Put(out, d::kName1, Text("EEName1"));
-    Put(out, d::kName2, Text("EEName2"));
+    PutText(d::kName1, "EEName1");
+    PutText(d::kName2, "EEName2");
+}
+
+void RYESubmissionJob::PutText(const RecordField& field, const char* column) {
+    const std::string value = Text(column);
+    Put(*Output, field, value);
+    // The file holds what the rules make of the text; the user learns which
+    // employee's text it changed and how.
+    const std::string encoded = ToRecordEncoding(value);
+    const auto marks = [](const std::string& text) { return std::count(text.begin(), text.end(), '?'); };
+    const bool replaced = marks(encoded) > marks(value);
+    const bool cut = encoded.size() > static_cast<std::size_t>(field.width);
+    if (!replaced && !cut) return;
+    std::string shown = FromRecordEncoding(encoded.substr(0, static_cast<std::size_t>(field.width)));
+    shown.erase(shown.find_last_not_of(' ') + 1);
+    const std::string taxNo = EmployeeTaxNo();
+    std::string reason = replaced ? "characters the file cannot hold are written as \"?\"" : "";
+    if (cut) {
+        reason += std::string(replaced ? ", and " : "") + "it is cut at its " + std::to_string(field.width) +
+                  " characters";
+    }
+    TextChanges.push_back("Warning: employee " + (taxNo.empty() ? "" : taxNo + " ") + "(Employee ID " + EmployeeId() +
+                          "): " + column + " \"" + value + "\" is written as \"" + shown + "\" (" + reason + ").");
 }
 
 void RYESubmissionJob::AppendSummaryBanner(StringList& summary, const std::string& title) {
@@ -374,6 +493,14 @@ int RYESubmissionJob::RunPass(const std::string& title, const std::string& failu
         } else {
             result = (this->*pass)();
         }
+    } catch (const db::DatabaseError& error) {
+        // A database failure is not data that failed the rules: the caller
+        // reads it from DatabaseFault() and reports it as such.
+        WriteAllMemo("");
+        WriteAllMemo(failure + error.what());
+        WriteInternalMemo(failure + error.what());
+        DatabaseFaultText = error.what();
+        result = 0;
     } catch (const std::exception& error) {
         WriteAllMemo("");
         WriteAllMemo(failure + error.what());
@@ -410,6 +537,7 @@ int RYESubmissionJob::ValidationPass() {
         WriteAllMemo("The data of the return could not be prepared. No file is created.");
         return 0;
     }
+    WarnLeftOutEmployees();
     if (MainQuery.IsEmpty() && !shape.detailBannerWithoutEmployees) return Params.check ? 1 : 0;
 
     if (!MainQuery.IsEmpty()) {
@@ -422,17 +550,33 @@ int RYESubmissionJob::ValidationPass() {
     }
 
     WriteAllBanner(texts.detailValidateTitle);
+    // IRAS takes one record per employee: an ID number met again belongs to
+    // two employee rows (the first one stays, the second is refused).
+    std::unordered_map<std::string, std::string> idNumbers;
     for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
         RefreshEmployee();
         ErrorList.clear();
+        AmountFindings.clear();
+        AddStoredAmountFindings();
         bool passed = true;
         if (Params.original && DetailsValidation() == 0) passed = false;
         // The rules clear the list for their own messages; the record
-        // limits add theirs after them.
+        // limits add theirs after them, and the amounts that could not be
+        // read (in an Amendment too) come last.
         StringList rules = ErrorList;
         ErrorList.clear();
         if (RecordLimitValidation() == 0) passed = false;
         rules.insert(rules.end(), ErrorList.begin(), ErrorList.end());
+        if (!AmountFindings.empty()) passed = false;
+        rules.insert(rules.end(), AmountFindings.begin(), AmountFindings.end());
+        if (const std::string idNo = MainQuery.HasField("TaxNo") ? EmployeeTaxNo() : ""; !idNo.empty()) {
+            const auto [first, added] = idNumbers.emplace(idNo, EmployeeId());
+            if (!added) {
+                rules.push_back("Duplicate ID No. " + idNo + " is also the ID No. of employee " + first->second +
+                                " in this return.");
+                passed = false;
+            }
+        }
         ErrorList = std::move(rules);
         if (passed) continue;
 
@@ -496,11 +640,13 @@ int RYESubmissionJob::GenerationPass() {
     // job) opens the queries itself.
     bool ready = true;
     if (RefreshBeforeGeneration() || !MainQuery.Active()) ready = RefreshQuery() != 0;
+    if (ready) WarnLeftOutEmployees();
 
     if (!ready) {
         WriteAllMemo("");
         WriteAllMemo("The data of the return could not be prepared. No file is created.");
     } else if (MainQuery.IsEmpty()) {
+        NoRecords = true;
         WriteAllMemo("");
         WriteAllMemo("No Records to be processed.");
         if (recordsOnly_) result = 1;  // no employee is an answer too
@@ -517,7 +663,21 @@ int RYESubmissionJob::GenerationPass() {
         for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
             ++RecordsProcessed;
             RefreshEmployee();
+            AmountFindings.clear();
+            AddStoredAmountFindings();
             PrepareDetails();
+            // A record with an amount that could not be read would say 0
+            // where the database holds something else: the file is not made.
+            if (!AmountFindings.empty()) {
+                for (const std::string& line : AmountFindings) WriteAllMemo(line);
+                RecordFault = true;
+            }
+        }
+
+        if (!TextChanges.empty()) {
+            WriteAllMemo("");
+            for (const std::string& line : TextChanges) WriteAllMemo(line);
+            TextChanges.clear();
         }
 
         if (HasTrailer()) {
@@ -664,6 +824,13 @@ int RYESubmissionJob::DirectSubmit(const std::string& /*folder*/, const std::str
                                   "IRASDirectSubmit.log");
     HasErrors = Engine->HasErrors();
     HasWarnings = Engine->HasWarnings();
+    // The database could not record the submission (before or after the
+    // delivery), or an earlier delivery is not recorded: the run ends as a
+    // database failure with the engine's message, so that nobody files twice.
+    if (const std::string fault = Engine->LastDatabaseFault(); !fault.empty()) {
+        WriteAllMemo(fault);
+        DatabaseFaultText = fault;
+    }
     if (HasWarnings) WriteAllMemo("Record processed with warning(s).");
     if (HasErrors) WriteAllMemo("Record processed with error(s).");
     WriteAllMemo("");
@@ -675,6 +842,12 @@ void RYESubmissionJob::ProcessSubmission(bool allRun) {
     WriteInternalBanner("           PROCESSING SUBMISSION                ");
     const int recorded = Engine ? Engine->SubmitRecords(Params.original, allRun) : 0;
     WriteInternalMemo(recorded != 0 ? "Submission is successful." : "Submission is not successful.");
+    if (recorded == 0 && Engine) {
+        if (const std::string fault = Engine->LastDatabaseFault(); !fault.empty()) {
+            WriteAllMemo(fault);
+            DatabaseFaultText = fault;
+        }
+    }
     WriteInternalMemo("");
 }
 

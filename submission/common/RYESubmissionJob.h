@@ -59,6 +59,17 @@ struct JobLogShape {
     bool blankLinesAroundViewFailure = false;  // "" around the debug line of a failed view generation
 };
 
+// Where a return's employee query joins the employee rows to its own rows
+// and to YEGlobal, so that the driver can name the employees the joins
+// leave out of the file.
+struct EmployeeJoins {
+    std::string employeeView;    // the session user's view of YEEmployee (alias A)
+    std::string returnView;      // the session user's view of the return's table
+    std::string globalIdColumn;  // "CurrentYEGlobalId" or "SupYEGlobalId"
+    std::string returnTable;     // "IR8A", "IR8S", "A8A"
+    std::string returnTableFilter;  // more of the WHERE on the table ("IR8AType = 'CurIR8A'"), or ""
+};
+
 // What a return's header validation differs in; the ten employer rules
 // themselves (source, organisation id type in three steps, id number,
 // authorised person, name, telephone, e-mail blank and longer than 50) are
@@ -101,6 +112,9 @@ public:
     std::string SummaryFileName() const override { return ""; }
     bool GetHasErrors() const override { return HasErrors; }
     bool GetHasWarnings() const override { return HasWarnings; }
+    std::string DatabaseFault() const override { return DatabaseFaultText; }
+    bool FoundNoRecords() const override { return NoRecords; }
+    bool RefusedARecord() const override { return RecordFault; }
     std::optional<StringList> BuildRecords(RecordSource source) override;
 
     void WriteAllMemo(const std::string& line);
@@ -146,6 +160,9 @@ protected:
     virtual int RecordLimitValidation() { return 1; }
     // Per-employee queries (sections, stock options) before a row is used.
     virtual void RefreshEmployee() {}
+    // The joins of the employee query; nothing for a return that names no
+    // left-out employees.
+    virtual std::optional<EmployeeJoins> Joins() const { return std::nullopt; }
     // Whether the generation pass opens the queries itself, not only when
     // the validation pass of the same job has not done it.
     virtual bool RefreshBeforeGeneration() const { return false; }
@@ -172,12 +189,19 @@ protected:
     virtual std::string EmployeeTaxNo();
     virtual std::string EmployeeId();
 
-    // Text, number or date of a column of the current row of a query (NULL
-    // reads as "", 0 or the empty date); texts are trimmed. Without a query:
-    // MainQuery.
+    // Text of a column of the current row of a query (NULL reads as ""),
+    // trimmed. Without a query: MainQuery.
     static std::string Text(db::Query& query, const char* column);
-    static double Amount(db::Query& query, const char* column);
-    static Date DateOf(db::Query& query, const char* column);
+    // An amount of the current row. A NULL or a text that is not a number
+    // (which an SQLite column accepts) is never read as 0 in silence: it
+    // reads as 0 and adds a finding naming the employee, the column and the
+    // value to AmountFindings, and the drivers refuse the employee (the
+    // validation pass) or the file (the generation pass) for it.
+    double Amount(db::Query& query, const char* column);
+    // A date of the current row. A text that is not a real day is a finding
+    // naming the employee, the column and the text (as an unreadable amount
+    // is), never a silent blank; NULL reads as the empty date.
+    Date DateOf(db::Query& query, const char* column);
     std::string Text(const char* column) { return Text(MainQuery, column); }
     double Amount(const char* column) { return Amount(MainQuery, column); }
     Date DateOf(const char* column) { return DateOf(MainQuery, column); }
@@ -232,6 +256,10 @@ protected:
     // 1-94): record type "1", the IRAS code of the employee's id type, id
     // number and the two name lines of MainQuery's row.
     void PutEmployeeDetailFields();
+    // Puts a text column of MainQuery into its field and notes, for a warning
+    // in the run log, when the file cannot hold it as it stands (characters
+    // written as "?", cut at the field's width).
+    void PutText(const RecordField& field, const char* column);
     // The opening of every summary file: 48 "*", "", title, "", 48 "*", "".
     static void AppendSummaryBanner(StringList& summary, const std::string& title);
     // The summary's account of the file for a return without totals (IR8S,
@@ -249,6 +277,11 @@ protected:
     int GenerationPass();
     void SaveDirectSubmitSummary();
 
+    // A warning in the run log for every employee with rows of the return
+    // for the year that the joins of the employee query leave out (no
+    // YEGlobal row, no employee row): the file stays as the rules make it,
+    // and the user learns whom it does not list. Once per job.
+    void WarnLeftOutEmployees();
     void WriteAllBanner(const std::string& title);       // "", banner, ""
     void WriteFindings(const StringList& findings, bool blankBefore);
     void WriteInternalBanner(const std::string& title);  // "", banner, ""
@@ -278,6 +311,22 @@ protected:
     // A record of this run could not be built: the file is not made, so
     // that no employee is silently left out of it.
     bool RecordFault = false;
+    // The amounts and dates of the current employee that could not be read
+    // (see Amount, DateOf); cleared by the drivers before each employee.
+    StringList AmountFindings;
+    // The texts of this generation that the file holds changed (see PutText).
+    StringList TextChanges;
+    // The amounts of the return's rows, by PersonalSysId, that the engine
+    // found not to be numbers when it made the view tables.
+    std::unordered_map<std::string, std::vector<BYESubmissionEngine::AmountFault>> StoredAmountFaults;
+    // Adds to AmountFindings those of StoredAmountFaults for the current employee.
+    void AddStoredAmountFindings();
+    void AddAmountFinding(const std::string& column, const std::string& value, bool null);
+    // The database failure that stopped a pass ("" when none).
+    std::string DatabaseFaultText;
+    // The generation pass found no employee to report.
+    bool NoRecords = false;
+    bool LeftOutWarned = false;
 
 private:
     int PlaceFile(const std::string& fileName);

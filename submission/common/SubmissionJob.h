@@ -78,6 +78,17 @@ public:
 
     virtual bool GetHasErrors() const = 0;
     virtual bool GetHasWarnings() const = 0;
+    // The database failure (the driver's message, with the table or column)
+    // that stopped validation or processing; "" when none did. A job logs it
+    // and answers 0 rather than throwing; the caller reports it as a database
+    // failure, not as data that failed the rules.
+    virtual std::string DatabaseFault() const { return ""; }
+    // Processing found no employee to report (an Amendment without a changed
+    // employee): nothing was made because there was nothing to make.
+    virtual bool FoundNoRecords() const { return false; }
+    // Processing made no file because a record could not be built (the run
+    // log names the employee and why).
+    virtual bool RefusedARecord() const { return false; }
 };
 
 }  // namespace iras

@@ -55,6 +55,10 @@ protected:
     bool HasTrailer() const override { return true; }
     void PrepareTrailer() override { PrepareIR8ATrailer(); }
     std::string FormName() const override { return "IR8A"; }
+    std::optional<EmployeeJoins> Joins() const override {
+        return EmployeeJoins{ViewEmployee, ViewIR8A, Supplementary() ? "SupYEGlobalId" : "CurrentYEGlobalId", "IR8A",
+                             "IR8AType = '" + IR8AType + "'"};
+    }
     std::string FileName() const override;
     std::string DirectSubmitFormType() const override;
 

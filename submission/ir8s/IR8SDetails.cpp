@@ -187,8 +187,8 @@ void RIR8SeSubmission::PrepareIR8SDetails() {
     // Amendment) is left blank rather than borrowing another row's code.
     if (YEKeywordRecLocate(Text("PayeeIDType"))) Put(out, d::kIdType, _CStrToInt(KeywordProperty("YEProperty3")));
     Put(out, d::kIdNo, Text("TaxNo"));
-    Put(out, d::kName1, Text("EEName1"));
-    Put(out, d::kName2, Text("EEName2"));
+    PutText(d::kName1, "EEName1");
+    PutText(d::kName2, "EEName2");
 
     // Twelve months from the rows in order, then the totals from the row the
     // cursor stands on: the thirteenth, or the last when there are fewer.

@@ -62,6 +62,9 @@ protected:
     void PrepareHeader() override;
     void PrepareDetails() override { PrepareIR8SDetails(); }
     std::string FormName() const override { return "IR8S"; }
+    std::optional<EmployeeJoins> Joins() const override {
+        return EmployeeJoins{ViewEmployee, ViewIR8S, "CurrentYEGlobalId", "IR8S", ""};
+    }
 
 private:
     // What keeps the current employee's rows out of the record: no Section A

@@ -3,6 +3,8 @@
 // details of an Original (partly, fully and otherwise furnished quarters, a
 // missing occupation date, zero amounts as nine zeros, counts zero-filled),
 // an Amendment's header and negative corrections, and the file names.
+#include <algorithm>
+
 #include "tests/a8a/A8AFixture.h"
 
 namespace iras::testing {
@@ -103,7 +105,7 @@ TEST_F(A8ARecords, AmendmentCarriesSignedCorrectionsAndAnAInTheHeader) {
     EXPECT_EQ(Span(records[1], 206, 214) + Span(records[1], 215, 215), Zeros(9) + " ");
 }
 
-TEST_F(A8ARecords, NullsReadAsEmptyTextZeroAndTheEmptyDate) {
+TEST_F(A8ARecords, NullAmountsAreFindingsNamingTheEmployeeEvenInAnAmendment) {
     Sql(kEmployees);
     Sql("DELETE FROM A8A WHERE PersonalSysId <> 102; DELETE FROM A8AS2S3 WHERE PersonalSysId <> 102;");
     // The engine's view tables carry no NOT NULL: every column of Bob's rows NULL.
@@ -118,12 +120,21 @@ TEST_F(A8ARecords, NullsReadAsEmptyTextZeroAndTheEmptyDate) {
     };
     params.original = false;
     auto job = MakeJob();
-    const auto records = Generate(*job);
-    ASSERT_EQ(records.size(), 2u);
-    EXPECT_EQ(records[1], Detail({{1, "1"}, {2, "2"}, {3, "G7654321N"}, {15, "BOB LIM"},
-                                  {201, "000" "00" + Zeros(9) + " " + Zeros(117) + "000000"},
-                                  {340, Zeros(81)},
-                                  {430, Zeros(9)}}));
+    EXPECT_EQ(job->ValidateA8AFile(), 0);
+    // NULL texts and dates are blanks; the four NULL amounts are findings.
+    StringList expected;
+    for (const char* column : {"AnnualValue", "FurnitureFittingsValue", "TotalBenefitInKind",
+                               "TotalTaxableResidenceValue"})
+        expected.push_back(std::string("Employee G7654321N (Employee ID E002): ") + column +
+                           " is empty (NULL) where the return needs an amount.");
+    ASSERT_EQ(employeeErrors.size(), 7u) << ::testing::PrintToString(employeeErrors);
+    EXPECT_EQ(StringList(employeeErrors.begin(), employeeErrors.begin() + 2),
+              (StringList{"Identity No: G7654321N", "Employee ID: E002"}));
+    StringList findings(employeeErrors.begin() + 2, employeeErrors.end() - 1);
+    std::sort(findings.begin(), findings.end());
+    EXPECT_EQ(findings, expected);
+    EXPECT_EQ(job->ProcessA8AeSubmission(), 0);
+    EXPECT_TRUE(job->GetOutputFilePath().empty());
 }
 
 TEST_F(A8ARecords, AnAmountWiderThanItsFieldIsAFindingForTheEmployeeNotARecord) {

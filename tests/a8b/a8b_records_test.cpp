@@ -4,6 +4,8 @@
 // employee with none (sixty blank row slots), the trailer and the summary;
 // an Amendment that prints the stored differences; and the limits of the
 // record, which are findings and never a longer or cut record.
+#include <algorithm>
+
 #include "tests/a8b/A8BFixture.h"
 
 namespace iras::testing {
@@ -205,9 +207,9 @@ TEST_F(A8BRecords, AnAmountTooWideForItsFieldIsAFinding) {
                           ""}));
 }
 
-// NULLs in the share-plan rows read as empty texts, zeros and empty dates:
-// the row is written as such, never a failure of the run.
-TEST_F(A8BRecords, NullColumnsReadAsEmpty) {
+// A NULL price or gain in a share-plan row is a finding for the employee,
+// in an Amendment too: zeros would be a wrong return. No file is made.
+TEST_F(A8BRecords, NullAmountsOfAShareRowAreFindings) {
     Employee(101, "S1234567D", "ALICE TAN");
     const std::string table = View("ViewA8BRecord");
     script->buildViews = [this, inner = script->buildViews, table](int year, const std::string& employer,
@@ -221,9 +223,15 @@ TEST_F(A8BRecords, NullColumnsReadAsEmpty) {
     };
     params.original = false;
     auto job = MakeJob();
-    const auto records = Generate(*job);
-    ASSERT_EQ(records.size(), 3u);
-    EXPECT_EQ(Span(records[1], 107, 245), std::string(73, ' ') + std::string(48, '0') + std::string(18, '0'));
+    EXPECT_EQ(job->ValidateA8BFile(), 0);
+    for (const char* column : {"ExercisePriceStock", "StockGains"}) {
+        const std::string finding = std::string("Employee S1234567D (Employee ID E101): ") + column +
+                                    " is empty (NULL) where the return needs an amount.";
+        EXPECT_EQ(std::count(employeeErrors.begin(), employeeErrors.end(), finding), 1)
+            << ::testing::PrintToString(employeeErrors);
+    }
+    EXPECT_EQ(job->ProcessA8BeSubmission(), 0);
+    EXPECT_TRUE(job->GetOutputFilePath().empty());
 }
 
 }  // namespace

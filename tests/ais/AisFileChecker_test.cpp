@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/ais/AisTestFiles.h"
 
 namespace iras {
@@ -123,6 +125,49 @@ TEST(CheckAisFileBytes, LineEndsControlBytesAndEmptyLinesAreFindings) {
                 ElementsAre("line 2, column 31: control character \\x09 in the record",
                             "line 4, column 1: the trailer record must be the last record; 1 record follows it",
                             "line 5: empty record"));
+}
+
+TEST(CheckIR8AFile, AnIdNumberTwiceInOneReturnIsAnErrorOnTheSecond) {
+    struct Case {
+        const char* what;
+        std::string idType, idNo;
+        std::vector<std::string> findings;
+    };
+    const std::vector<Case> cases = {
+        {"same type and number", "1", "S1234567D",
+         {"line 3, column 3: ID number \"S1234567D\" is already on line 2; an employee is reported once in a return"}},
+        {"same number under another ID type", "2", "S1234567D", {}},
+        {"number differs in its last letter", "1", "S1234567E", {}},
+    };
+    for (const Case& c : cases) {
+        std::vector<std::string> records = ValidIR8A();
+        records[2] = With(With(records[2], 2, c.idType), 3, c.idNo);
+        EXPECT_EQ(CheckRecords(records).Describe(), c.findings) << c.what;
+    }
+}
+
+TEST(CheckAisFileBytes, AFaultOfEveryRecordIsListedTwentyTimesThenCounted) {
+    // 25 records, every one ended by a bare LF: 20 listed, 5 counted.
+    std::vector<std::string> records = ValidIR8A();
+    std::string bytes = records[0] + "\n";
+    for (int i = 0; i < 23; ++i) {
+        const std::string id = "S" + std::to_string(1000000 + i) + "A";
+        bytes += With(records[2], 3, id) + "\n";
+    }
+    bytes += records[3] + "\n";  // its count and totals disagree, which is found once each
+    TempFile file;
+    file.WriteBytes(bytes);
+    const AisCheckResult result = CheckAisFile(file.Path());
+    int bareLf = 0;  // the closing finding stands for the 5 not listed
+    for (const AisFinding& finding : result.findings)
+        if (finding.message.find("bare LF") != std::string::npos) bareLf += finding.count;
+    EXPECT_EQ(bareLf, 25);
+    const std::vector<std::string> described = result.Describe();
+    EXPECT_EQ(std::count_if(described.begin(), described.end(),
+                            [](const std::string& line) { return line.find("bare LF") != std::string::npos; }),
+              21);  // 20 listed and the count
+    EXPECT_THAT(described, Contains("5 more findings like line 1's (record ends with a bare LF; records end with CR "
+                                    "LF) are not listed"));
 }
 
 TEST(CheckAisFileInput, MissingEmptyFolderOrUnreadableGiveOneFindingNamingTheFile) {

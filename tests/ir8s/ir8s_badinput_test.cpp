@@ -2,6 +2,8 @@
 // read (empty text, zero, the empty date), an employee without Section A
 // rows or with more than the record holds, and an amount wider than its
 // field, in an Amendment too, where no rule of IRAS is checked.
+#include <algorithm>
+
 #include "tests/ir8s/IR8SFixture.h"
 
 namespace iras::testing {
@@ -31,23 +33,45 @@ protected:
     }
 };
 
-TEST_F(IR8SNulls, ReadAsEmptyInAnOriginal) {
-    auto job = MakeJob();
-    EXPECT_EQ(job->ValidateIR8SFile(), 0);
-    EXPECT_EQ(employeeErrors, (StringList{"Identity No: ", "Employee ID: E1", "Invalid ID Type.",
-                                          "Invalid ID No. ID No cannot be blank.",
-                                          "Invalid Name - Line 1. Name - Line 1 cannot be blank.", ""}));
+// The thirteen amount columns NULLed above: two of IR8S, six of Section A,
+// five of Section C.
+StringList NullAmountFindings() {
+    StringList findings;
+    for (const char* column : {"ERVolCPF", "EEVolCPF", "OrdWages", "ContriOrdERCPF", "ContriOrdEECPF", "AddWages",
+                               "ContriAddERCPF", "ContriAddEECPF", "AddWageAmt", "ERContribution", "ERInterest",
+                               "EEContribution", "EEInterest"})
+        findings.push_back(std::string("Employee (Employee ID E1): ") + column +
+                           " is empty (NULL) where the return needs an amount.");
+    std::sort(findings.begin(), findings.end());
+    return findings;
 }
 
-TEST_F(IR8SNulls, WriteZerosAndBlanksInAnAmendment) {
-    const auto records = Generate(*MakeJob(false));
-    ASSERT_EQ(records.size(), 2u);
-    std::string expected = RecordOf(1200, {{1, "1"}, {95, std::string(648, '0')},
-                                           {743, "0      0      0      0      0      0      "},
-                                           {805, "0      0      "}});
-    for (int start : {819, 894, 969})
-        for (int offset : {0, 31, 38, 53, 60}) expected[static_cast<std::size_t>(start + offset - 1)] = '0';
-    EXPECT_EQ(records[1], expected);
+// What follows the identity lines and the rules' own findings, sorted.
+StringList SortedTail(const StringList& lines, std::size_t from) {
+    StringList tail(lines.begin() + static_cast<std::ptrdiff_t>(std::min(from, lines.size())), lines.end());
+    if (!tail.empty() && tail.back().empty()) tail.pop_back();
+    std::sort(tail.begin(), tail.end());
+    return tail;
+}
+
+TEST_F(IR8SNulls, TextsReadAsEmptyAndAmountsAreFindingsInAnOriginal) {
+    auto job = MakeJob();
+    EXPECT_EQ(job->ValidateIR8SFile(), 0);
+    ASSERT_GE(employeeErrors.size(), 5u);
+    EXPECT_EQ(StringList(employeeErrors.begin(), employeeErrors.begin() + 5),
+              (StringList{"Identity No: ", "Employee ID: E1", "Invalid ID Type.", "Invalid ID No. ID No cannot be blank.",
+                          "Invalid Name - Line 1. Name - Line 1 cannot be blank."}));
+    EXPECT_EQ(SortedTail(employeeErrors, 5), NullAmountFindings());
+}
+
+// Zeros where the database holds no figure would be a wrong correction: an
+// Amendment refuses the employee too, and no file is made.
+TEST_F(IR8SNulls, NullAmountsStopAnAmendmentBeforeAFileIsWritten) {
+    auto job = MakeJob(false);
+    EXPECT_EQ(job->ValidateIR8SFile(), 0);
+    EXPECT_EQ(SortedTail(employeeErrors, 2), NullAmountFindings());
+    EXPECT_EQ(job->ProcessIR8SeSubmission(), 0);
+    EXPECT_TRUE(job->GetOutputFilePath().empty());
 }
 
 TEST_F(IR8SBadInput, SectionARowsTheRecordCannotHoldAreFindingsInAnAmendment) {

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/run/YearEndTool.h"
+#include "apps/cli/YearEndTool.h"
 #include "platform/common/Date.h"
 #include "tests/postgres/postgres_server.h"
 

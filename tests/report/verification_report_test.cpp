@@ -11,7 +11,7 @@
 #include <sstream>
 
 #include "apps/run/JobFactory.h"
-#include "apps/run/YearEndTool.h"
+#include "apps/cli/YearEndTool.h"
 #include "platform/ais/AisFields.h"
 #include "platform/ais/AisRecordLayout.h"
 #include "platform/common/Date.h"

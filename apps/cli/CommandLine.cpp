@@ -1,11 +1,14 @@
-// Parsing and help of the iras-yearend command line. Options are written
-// "--name VALUE" or "--name=VALUE"; a later repetition wins.
-#include "apps/run/CommandLine.h"
+// Parsing and help of the iras-yearend command line, on CLI11. Options are
+// written "--name VALUE" or "--name=VALUE", each at most once.
+#include "apps/cli/CommandLine.h"
 
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <map>
 #include <set>
+
+#include <CLI/CLI.hpp>
 
 namespace iras {
 
@@ -121,67 +124,100 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
     options.command = *command;
     const std::string name = CommandName(*command);
 
-    bool typeGiven = false;
-    bool yearGiven = false;
-    std::vector<std::string> positional;
+    // Our own help texts answer --help, so that every command keeps the
+    // words the README shows.
+    std::vector<std::string> rest;
     for (std::size_t i = 1; i < args.size(); ++i) {
         const std::string& arg = args[i];
+        if (arg == "--") {
+            rest.insert(rest.end(), args.begin() + static_cast<long>(i), args.end());
+            break;
+        }
         if (arg == "--help" || arg == "-h") {
             options.helpFor = *command;
             options.command = ToolCommand::Help;
             return ParsedCommandLine{options, ""};
         }
-        if (arg.rfind("--", 0) != 0 || arg == "--") {
-            if (arg == "--") {
-                positional.insert(positional.end(), args.begin() + static_cast<long>(i) + 1, args.end());
-                break;
-            }
-            positional.push_back(arg);
-            continue;
+        // CLI11 reads "--flag=yes" as a value for the flag; our flags take none.
+        if (const auto equals = arg.find('='); arg.rfind("--", 0) == 0 && equals != std::string::npos &&
+                                               FlagOptions(*command).count(arg.substr(0, equals)) != 0) {
+            return Fail(arg.substr(0, equals) + " takes no value");
         }
-        std::string option = arg;
-        std::optional<std::string> value;
-        if (auto equals = arg.find('='); equals != std::string::npos) {
-            option = arg.substr(0, equals);
-            value = arg.substr(equals + 1);
+        rest.push_back(arg);
+    }
+
+    CLI::App app(name, name);
+    app.set_help_flag();
+    app.allow_extras();
+    std::map<std::string, std::string> values;
+    std::map<std::string, bool> flags;
+    // Every option once: a second --db or --year is a mistake, not a change
+    // of mind the tool could guess.
+    for (const std::string& option : ValueOptions(*command)) {
+        app.add_option(option, values[option])->multi_option_policy(CLI::MultiOptionPolicy::Throw);
+    }
+    for (const std::string& option : FlagOptions(*command)) {
+        app.add_flag(option, flags[option])->multi_option_policy(CLI::MultiOptionPolicy::Throw);
+    }
+    std::vector<std::string> positional;
+    app.add_option("arguments", positional);
+    try {
+        std::vector<std::string> reversed(rest.rbegin(), rest.rend());  // CLI11 takes them last first
+        app.parse(reversed);
+    } catch (const CLI::ParseError& error) {
+        const std::string what = error.what();
+        const std::string option = what.substr(0, what.find(':'));
+        if (what.find("At Most") != std::string::npos || what.find("at most") != std::string::npos) {
+            return Fail(option + " is given more than once; give it once");
         }
-        if (FlagOptions(*command).count(option) != 0) {
-            if (value) return Fail(option + " takes no value");
-            if (option == "--sample") options.sample = true;
-            else if (option == "--amendment") options.amendment = true;
-            else if (option == "--excess-cpf") options.ir8s.excessCPF = true;
-            else if (option == "--no-excess-cpf") options.ir8s.excessCPF = false;
-            else if (option == "--overseas-cpf") options.ir8s.overseasCPF = true;
-            else if (option == "--percent-ord-wage") options.ir8s.percentOrdWage = true;
-            else if (option == "--yes") options.yes = true;
-            else if (option == "--proceed-with-warnings") options.proceedWithWarnings = true;
-            continue;
+        if (option.rfind("--", 0) == 0) return Fail(option + " needs a value");
+        return Fail(what);
+    }
+    for (const std::string& extra : app.remaining()) {
+        if (extra.rfind("-", 0) == 0 && extra != "-") {
+            return Fail("unknown option " + extra.substr(0, extra.find('=')) + " for " + name);
         }
-        if (ValueOptions(*command).count(option) == 0) {
-            return Fail("unknown option " + option + " for " + name);
-        }
-        if (!value) {
-            if (i + 1 >= args.size()) return Fail(option + " needs a value");
-            value = args[++i];
-        }
-        if (value->empty()) return Fail(option + " needs a value");
-        if (option == "--db") options.database = *value;
-        else if (option == "--user") options.user = *value;
-        else if (option == "--employer") options.employer = *value;
-        else if (option == "--out") options.out = *value;
-        else if (option == "--report-dir") options.reportDir = *value;
-        else if (option == "--user-id-type") options.userIdType = *value;
-        else if (option == "--user-id") options.userId = *value;
+        positional.push_back(extra);
+    }
+
+    // Flags in the order given: of --excess-cpf and --no-excess-cpf the later one counts.
+    for (const CLI::Option* given : app.parse_order()) {
+        const std::string option = given->get_name();
+        if (FlagOptions(*command).count(option) == 0) continue;
+        if (option == "--sample") options.sample = true;
+        else if (option == "--amendment") options.amendment = true;
+        else if (option == "--excess-cpf") options.ir8s.excessCPF = true;
+        else if (option == "--no-excess-cpf") options.ir8s.excessCPF = false;
+        else if (option == "--overseas-cpf") options.ir8s.overseasCPF = true;
+        else if (option == "--percent-ord-wage") options.ir8s.percentOrdWage = true;
+        else if (option == "--yes") options.yes = true;
+        else if (option == "--proceed-with-warnings") options.proceedWithWarnings = true;
+    }
+    bool typeGiven = false;
+    bool yearGiven = false;
+    for (const std::string& option : ValueOptions(*command)) {
+        if (app.count(option) == 0) continue;
+        const std::string& value = values[option];
+        if (value.empty()) return Fail(option + " needs a value");
+        // CLI11 takes the word after an option as its value whatever it is:
+        // "--db --user ADMIN" is a forgotten value, not a database "--user".
+        if (value.rfind("--", 0) == 0) return Fail(option + " needs a value, not the option " + value);
+        if (option == "--db") options.database = value;
+        else if (option == "--user") options.user = value;
+        else if (option == "--employer") options.employer = value;
+        else if (option == "--out") options.out = value;
+        else if (option == "--report-dir") options.reportDir = value;
+        else if (option == "--user-id-type") options.userIdType = value;
+        else if (option == "--user-id") options.userId = value;
         else if (option == "--year") {
-            if (!ParseYear(*value, options.year)) {
-                return Fail("--year needs a four-digit basis year such as 2024, not \"" + *value + "\"");
+            if (!ParseYear(value, options.year)) {
+                return Fail("--year needs a four-digit basis year such as 2024, not \"" + value + "\"");
             }
             yearGiven = true;
         } else if (option == "--type") {
-            auto type = FileTypeFromOption(*value);
+            auto type = FileTypeFromOption(value);
             if (!type) {
-                return Fail("--type must be one of cur-ir8a, sup-ir8a, ir8s, a8a, a8b, all; not \"" +
-                            *value + "\"");
+                return Fail("--type must be one of cur-ir8a, sup-ir8a, ir8s, a8a, a8b, all; not \"" + value + "\"");
             }
             options.type = *type;
             typeGiven = true;

@@ -19,6 +19,9 @@ struct ToolStreams {
     bool outIsTerminal = false;  // standard output shares the screen with the bar
 };
 
+// How long a run waits for the database while another run holds its lock.
+inline constexpr int kLockWaitMs = 120000;
+
 // args without the program name. Never throws.
 int RunYearEndTool(const std::vector<std::string>& args, ToolStreams streams);
 

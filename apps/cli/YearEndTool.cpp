@@ -6,7 +6,7 @@
 // progress window and save dialog are the terminal: messages and questions on
 // standard error, the run log on standard output, a progress bar on standard
 // error when it is a terminal, files saved into the "File Directory".
-#include "apps/run/YearEndTool.h"
+#include "apps/cli/YearEndTool.h"
 
 #include <unistd.h>
 
@@ -20,7 +20,7 @@
 #include <memory>
 #include <sstream>
 
-#include "apps/run/CommandLine.h"
+#include "apps/cli/CommandLine.h"
 #include "apps/run/RunController.h"
 #include "apps/run/SessionFormData.h"
 #include "platform/ais/AisFileChecker.h"
@@ -232,7 +232,7 @@ int CheckFiles(const ToolOptions& options, Terminal& terminal) {
         for (const std::string& line : result.Describe()) terminal.Out(file + ": " + line);
         int errors = 0;
         int warnings = 0;
-        for (const AisFinding& finding : result.findings) (finding.warning ? warnings : errors)++;
+        for (const AisFinding& finding : result.findings) (finding.warning ? warnings : errors) += finding.count;
         const std::string kind = result.kind ? std::string(AisKindName(*result.kind)) : "unknown kind";
         std::ostringstream verdict;
         verdict << file << ": " << (errors == 0 ? "OK" : "REJECTED") << " (" << kind << ", "
@@ -303,6 +303,27 @@ std::string FolderProblem(const fs::path& folder) {
     return "";
 }
 
+// Why the user may not use a module: unknown (user names are matched in
+// their letter case) or without that right. Reading the rights is what the
+// right check does too; a table that cannot be read throws DatabaseError
+// here, so that a damaged database never passes for a refused right.
+std::string NoAccessReason(const std::string& user, const std::string& moduleId) {
+    db::Query query("kovadb");
+    query.SetSQL("SELECT DISTINCT UserId FROM UserModuleRights");
+    query.Open();
+    std::string sameLetters;
+    for (query.First(); !query.Eof(); query.Next()) {
+        const std::string known = query.FieldByName("UserId").AsString();
+        if (known == user) return "the user " + user + " does not hold the right \"" + moduleId + "\".";
+        if (SameLetters(known, user)) sameLetters = known;
+    }
+    if (!sameLetters.empty()) {
+        return "the user \"" + user + "\" is not known; user names are matched in their letter case (did you mean " +
+               sameLetters + "?).";
+    }
+    return "the user \"" + user + "\" is not known in this database.";
+}
+
 // Why the run's database cannot be reached any more; "" while it answers.
 std::string DatabaseProblem() {
     try {
@@ -326,6 +347,10 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     config.driver = server ? db::PostgresDriver : "sqlite";
     config.location = options.database;
     config.create = false;
+    // A second run on the same database waits for the first (a large
+    // employer's run holds its lock for a while) and says so.
+    config.lockWaitMs = kLockWaitMs;
+    config.onLockWait = [&terminal](const std::string& line) { terminal.Err(line); };
     db::ConnectionRegistry::Register("kovadb", config);
 
     // Reading the employer first makes a damaged or foreign database speak up
@@ -339,7 +364,8 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     settings.yeYear = options.year + (options.type == FileType::SupplementaryIR8A ? 1 : 0);
     BQueryViewTable session(settings);
     if (!ModuleAccessible(session)) {
-        terminal.Err("Warning: " + kNoAccessMessage);  // as the form shows it
+        // As the form shows it, and why.
+        terminal.Err("Warning: " + kNoAccessMessage + ": " + NoAccessReason(options.user, kModuleRightId));
         return kExitNoAccess;
     }
     if (!employerKnown) {
@@ -412,7 +438,17 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     // The right to the return is the button's first check; asking it here
     // too keeps a refused user from making any folder.
     if (!reset && !controller.HasRightForFileType()) {
-        terminal.Err("Warning: " + kNoAccessMessage);
+        std::string missing;
+        const std::vector<FileType> types =
+            options.type == FileType::All ? std::vector<FileType>(kReturnTypes.begin(), kReturnTypes.end())
+                                          : std::vector<FileType>{options.type};
+        for (FileType type : types) {
+            if (_IsUserModuleAccessible(options.user, ReturnModuleId(type), 0, 0) == 0) {
+                missing += (missing.empty() ? "" : ", ") + std::string("\"") + ReturnModuleId(type) + "\"";
+            }
+        }
+        terminal.Err("Warning: " + kNoAccessMessage + ": the user " + options.user +
+                     " does not hold the right " + missing + " of " + FileTypeText(options.type) + ".");
         return kExitNoAccess;
     }
     if (!direct && !reset && !verifyReport) {
@@ -482,8 +518,23 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
                               : "Error: the data failed validation, so no file was made. The run log says why; "
                                 "the employee error log lists the employees.");
     } else if (outcome == RunOutcome::NothingProduced) {
-        terminal.Err("No file was made: there were no records to process, or the file could not be "
-                     "saved. The run log says which.");
+        const bool submit = options.command == ToolCommand::Submit;
+        if (controller.LastRunFoundNoRecords()) {
+            // A submission has said "Nothing was submitted: ..." already.
+            if (!submit) {
+                terminal.Err(std::string("No file was made: there are no records to process") +
+                             (options.amendment ? " (no employee has changed since the last submission)." : "."));
+            }
+        } else if (controller.LastRunRefusedARecord()) {
+            // Data the rules let through but a record cannot hold: the data
+            // failed, as in validation.
+            status = kExitValidation;
+            terminal.Err(std::string(submit ? "Nothing was submitted" : "No file was made") +
+                         ": not every record could be written. The run log names the employees and why.");
+        } else {
+            terminal.Err(std::string(submit ? "Nothing was submitted" : "No file was made") +
+                         ": the file could not be saved. The run log says why.");
+        }
     } else if (outcome == RunOutcome::MissingUserId) {
         terminal.Err(userIdType.empty()
                          ? "Give the submitter with --user-id-type, one of: " +

@@ -1,0 +1,58 @@
+// Temporary files a killed run left beside its targets are removed by the
+// next write in that folder; those of a run still going on are not.
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/common/AtomicFile.h"
+
+namespace iras {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The process id of a process that has ended.
+pid_t DeadProcess() {
+    const pid_t child = ::fork();
+    if (child == 0) ::_exit(0);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return child;
+}
+
+TEST(StaleTemporaryFiles, OnlyThoseOfAnEndedWriterAreRemoved) {
+    const fs::path folder = fs::temp_directory_path() / ("iras-atomic-" + std::to_string(::getpid()));
+    fs::remove_all(folder);
+    fs::create_directories(folder);
+    const std::string dead = std::to_string(DeadProcess());
+    const std::string parent = std::to_string(::getppid());  // alive: the process that started this test
+    struct Case {
+        std::string name;
+        bool removed;
+    };
+    const std::vector<Case> cases = {
+        {".iras-tmp-" + dead + "-0-2023eIR8A_Submission(O).txt", true},
+        {".iras-tmp-" + dead + "-7-IRASSubmissionLogFile.txt", true},
+        {".iras-tmp-" + parent + "-0-2023eIR8S_Submission(O).txt", false},          // a live run
+        {".iras-tmp-" + std::to_string(::getpid()) + "-99-mine.txt", false},         // this process
+        {".iras-tmp-notapid-0-x.txt", false},                                        // not our pattern
+        {".iras-tmp--0-x.txt", false},
+        {"iras-tmp-" + dead + "-0-users-own.txt", false},                            // the user's own file
+        {"2023eIR8A_Submission(O).txt", false},
+    };
+    for (const Case& c : cases) std::ofstream(folder / c.name) << "x";
+
+    // The first write into the folder cleans it.
+    ASSERT_EQ(WriteFileAtomically(folder / "summary.txt", "done\n"), "");
+    for (const Case& c : cases) EXPECT_EQ(fs::exists(folder / c.name), !c.removed) << c.name;
+    EXPECT_TRUE(fs::exists(folder / "summary.txt"));
+    fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace iras
