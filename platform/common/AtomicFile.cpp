@@ -24,7 +24,11 @@ std::error_code Fault(FileStep step, const fs::path& target) {
     return hook ? hook(step, target) : std::error_code{};
 }
 
-fs::path TemporaryBeside(const fs::path& target) {
+std::string Reason(const std::error_code& error) { return error.message(); }
+
+}  // namespace
+
+fs::path TemporaryPathBeside(const fs::path& target) {
     static std::atomic<unsigned> counter{0};
     fs::path folder = target.parent_path();
     if (folder.empty()) folder = ".";
@@ -32,14 +36,10 @@ fs::path TemporaryBeside(const fs::path& target) {
                      std::to_string(counter.fetch_add(1)) + "-" + target.filename().string());
 }
 
-std::string Reason(const std::error_code& error) { return error.message(); }
-
-}  // namespace
-
 void SetFileFaultForTesting(FileFaultHook hook) { FaultHook() = std::move(hook); }
 
 std::string WriteFileAtomically(const fs::path& target, const std::function<void(std::ostream&)>& write) {
-    const fs::path temporary = TemporaryBeside(target);
+    const fs::path temporary = TemporaryPathBeside(target);
     std::string reason;
     if (const std::error_code fault = Fault(FileStep::Create, target)) return Reason(fault);
     {

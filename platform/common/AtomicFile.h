@@ -30,6 +30,10 @@ void SetFileFaultForTesting(FileFaultHook hook);
 // that what a killed run left behind can be told from the user's own files.
 inline constexpr std::string_view kTemporaryFilePrefix = ".iras-tmp-";
 
+// A new temporary file name beside target: the prefix, the process id, a
+// counter of the process and the target's own name.
+std::filesystem::path TemporaryPathBeside(const std::filesystem::path& target);
+
 // Writes to target what write puts into the stream (a stream error counts as
 // a failure), through a temporary file beside it. "" when the file is in
 // place, else the reason ("No space left on device"); on failure the target
