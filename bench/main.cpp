@@ -87,6 +87,10 @@ INSERT INTO YEGlobal (YEGlobalId, YEYear, YEGlobalType, YEGlobalDesc, YEPeriodSt
 VALUES (901, 2024, 'CurIR8A', 'Year end 2024 (benchmark)', '2024-01-01', '2024-12-31');
 UPDATE subregistry SET RegProperty1 = 'BENCHCO', RegProperty2 = '2024'
 WHERE RegistryId = 'YEPRocess' AND SubRegistryId = 'TaxEmployerBasisYear';
+-- The benchmark's user may run every return, so that iras-yearend can run on a kept database too.
+INSERT INTO UserModuleRights (UserId, ModuleId) VALUES
+('BENCH', 'YEIRASDirect'), ('BENCH', 'YEDirectCurIR8ARpt'), ('BENCH', 'YEDirectSupIR8ARpt'),
+('BENCH', 'YEDirectIR8SRpt'), ('BENCH', 'YEDirectA8ARpt'), ('BENCH', 'YEDirectA8BRpt');
 CREATE TEMP TABLE BenchName (k INTEGER PRIMARY KEY, Surname TEXT, Given TEXT, MalayM TEXT, MalayF TEXT,
                              IndianM TEXT, IndianF TEXT);
 INSERT INTO BenchName VALUES

@@ -64,6 +64,15 @@ std::string WriteFileAtomically(const fs::path& target, const std::function<void
     return reason.empty() ? "the file could not be written" : reason;
 }
 
+std::error_code FileFault(FileStep step, const fs::path& target) { return Fault(step, target); }
+
+std::string MoveIntoPlace(const fs::path& temporary, const fs::path& target) {
+    std::error_code error = Fault(FileStep::Write, target);
+    if (!error) error = Fault(FileStep::Rename, target);
+    if (!error) fs::rename(temporary, target, error);
+    return error ? Reason(error) : "";
+}
+
 std::string WriteFileAtomically(const fs::path& target, std::string_view bytes) {
     return WriteFileAtomically(target, [bytes](std::ostream& out) {
         out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

@@ -46,6 +46,14 @@ std::string WriteFileAtomically(const std::filesystem::path& target,
 // temporary file stays behind.
 std::string WriteFileAtomically(const std::filesystem::path& target, std::string_view bytes);
 
+// Gives a finished temporary file (TemporaryPathBeside(target)) the target's
+// name, through the same seam as the writes above. "" when the file is in
+// place, else the reason; on failure the temporary file stays for the caller.
+std::string MoveIntoPlace(const std::filesystem::path& temporary, const std::filesystem::path& target);
+
+// Nothing, or the error that the test seam makes the step on target fail with.
+std::error_code FileFault(FileStep step, const std::filesystem::path& target);
+
 // The lines, each followed by lineEnd (CR LF for return files, "\n" for logs
 // and summaries), written as WriteFileAtomically does.
 std::string WriteLinesAtomically(const std::filesystem::path& target, const StringList& lines,

@@ -19,7 +19,8 @@ namespace iras {
 
 namespace fs = std::filesystem;
 
-StreamingLog::StreamingLog(std::function<fs::path()> target) : target_(std::move(target)) {}
+StreamingLog::StreamingLog(std::function<fs::path()> target, std::string lineEnd)
+    : target_(std::move(target)), lineEnd_(std::move(lineEnd)) {}
 
 StreamingLog::~StreamingLog() {
     const bool temporary = descriptor_ >= 0 && !saved_;
@@ -33,6 +34,10 @@ StreamingLog::~StreamingLog() {
 void StreamingLog::Open() {
     opened_ = true;
     targetPath_ = target_();
+    if (const std::error_code fault = FileFault(FileStep::Create, targetPath_)) {
+        failure_ = fault.message();
+        return;
+    }
     path_ = TemporaryPathBeside(targetPath_);
     descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     if (descriptor_ < 0) failure_ = std::strerror(errno);
@@ -61,7 +66,7 @@ void StreamingLog::Flush() {
 void StreamingLog::Append(const std::string& line) {
     if (!opened_) Open();
     buffer_ += line;
-    buffer_ += '\n';
+    buffer_ += lineEnd_;
     ++count_;
     if (buffer_.size() >= kFlushBytes) Flush();
 }
@@ -76,9 +81,9 @@ StringList StreamingLog::Lines() const {
     StringList lines;
     lines.reserve(count_);
     std::size_t start = 0;
-    for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n', start)) {
+    for (std::size_t end = text.find(lineEnd_); end != std::string::npos; end = text.find(lineEnd_, start)) {
         lines.emplace_back(text, start, end - start);
-        start = end + 1;
+        start = end + lineEnd_.size();
     }
     return lines;
 }
@@ -98,14 +103,13 @@ void StreamingLog::Clear() {
 }
 
 std::string StreamingLog::SaveTo(const fs::path& file) {
-    if (descriptor_ < 0) return LogSink::SaveTo(file);  // nothing written, or kept in memory
+    // Nothing written yet, or kept in memory because the file could not be made.
+    if (descriptor_ < 0) return WriteLinesAtomically(file, Lines(), lineEnd_);
     Flush();
     if (!failure_.empty()) return failure_;
     if (saved_ && file == path_) return "";
     if (!saved_ && file == targetPath_) {
-        std::error_code error;
-        fs::rename(path_, file, error);
-        if (error) return error.message();
+        if (std::string reason = MoveIntoPlace(path_, file); !reason.empty()) return reason;
         path_ = file;
         saved_ = true;
         return "";

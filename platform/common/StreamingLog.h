@@ -1,5 +1,6 @@
 // A log that goes to its file as the run writes it, so that a run of many
-// thousand employees keeps none of its millions of log lines in memory.
+// thousand employees keeps none of its millions of log lines in memory; the
+// records of a return file are written the same way.
 //
 // The lines are written under a temporary name beside the log file (the
 // ".iras-tmp-" files of AtomicFile.h) and the log takes its own name only when
@@ -20,8 +21,9 @@ namespace iras {
 class StreamingLog : public LogSink {
 public:
     // target answers the log file's path when the first line comes, so that
-    // its folder may be made after the log is.
-    explicit StreamingLog(std::function<std::filesystem::path()> target);
+    // its folder may be made after the log is. Each line is ended by
+    // lineEnd ("\r\n" for the records of a return file).
+    explicit StreamingLog(std::function<std::filesystem::path()> target, std::string lineEnd = "\n");
     ~StreamingLog() override;
     StreamingLog(const StreamingLog&) = delete;
     StreamingLog& operator=(const StreamingLog&) = delete;
@@ -41,6 +43,7 @@ private:
     void Flush();
 
     std::function<std::filesystem::path()> target_;
+    std::string lineEnd_;
     std::filesystem::path targetPath_;
     std::filesystem::path path_;  // where the lines are: the temporary file, or the target once saved
     int descriptor_ = -1;
