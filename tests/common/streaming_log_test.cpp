@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -108,6 +109,35 @@ TEST(StreamingLog, AFolderThatCannotTakeTheFileLosesNoLineAndSavingSaysWhy) {
     // Saved elsewhere, every line is there.
     ASSERT_EQ(log.SaveTo(folder.Path() / "log.txt"), "");
     EXPECT_EQ(Read(folder.Path() / "log.txt"), "kept\n\n");
+}
+
+TEST(StreamingLog, RecordsEndedByCrLfReadBackAsTheyWereListed) {
+    testing::ScratchFolder folder("streaming-log");
+    const fs::path target = folder.Path() / "CUR_Submission(O).txt";
+    StreamingLog records([&] { return target; }, "\r\n");
+    // A line feed alone inside a record is data; only the pair ends a record.
+    records.Append("0HEADER");
+    records.Append("1A\nB");
+    records.Append("2");
+    EXPECT_EQ(records.Lines(), (StringList{"0HEADER", "1A\nB", "2"}));
+    ASSERT_EQ(records.SaveTo(target), "");
+    EXPECT_EQ(Read(target), "0HEADER\r\n1A\nB\r\n2\r\n");
+}
+
+TEST(StreamingLog, ARefusedRenameKeepsTheLinesForAnotherPlace) {
+    testing::ScratchFolder folder("streaming-log");
+    const fs::path target = folder.Path() / "log.txt";
+    StreamingLog log([&] { return target; });
+    log.Append("line");
+    SetFileFaultForTesting([&](FileStep step, const fs::path& file) {
+        return step == FileStep::Rename && file == target ? std::error_code(EACCES, std::generic_category())
+                                                          : std::error_code{};
+    });
+    EXPECT_EQ(log.SaveTo(target), "Permission denied");
+    EXPECT_FALSE(fs::exists(target));
+    EXPECT_EQ(log.SaveTo(folder.Path() / "elsewhere.txt"), "");
+    SetFileFaultForTesting(nullptr);
+    EXPECT_EQ(Read(folder.Path() / "elsewhere.txt"), "line\n");
 }
 
 TEST(StreamingLog, ALogNeverWrittenToSavesAnEmptyFile) {
