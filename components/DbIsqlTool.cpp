@@ -16,6 +16,7 @@
 #include "platform/common/Date.h"
 #include "platform/common/Text.h"
 #include "platform/database/Connection.h"
+#include "platform/database/PostgresConnection.h"
 #include "platform/database/SqlDialect.h"
 
 namespace iras {
@@ -155,9 +156,14 @@ int ReadScript(const std::string& path, std::string& script, RunLog& log) {
     return DbIsqlDone;
 }
 
+// The data source as the log names it: a server without the password of its URI.
+std::string DataSourceText(const std::string& dataSource) {
+    return db::IsPostgresUri(dataSource) ? db::PostgresServerName(dataSource) : Quoted(dataSource);
+}
+
 int RunScript(const Options& options, RunLog& log) {
     const std::string& path = options.scripts.front();
-    log.Line("Data source " + Quoted(options.dataSource) + ", user " + Quoted(options.userId) + ".");
+    log.Line("Data source " + DataSourceText(options.dataSource) + ", user " + Quoted(options.userId) + ".");
     std::string script;
     if (const int status = ReadScript(path, script, log); status != DbIsqlDone) return status;
 
@@ -165,7 +171,7 @@ int RunScript(const Options& options, RunLog& log) {
     try {
         connection = db::OpenConnection(DataSourceConfig(options.dataSource));
     } catch (const db::DatabaseError& error) {
-        log.Line("Error: the data source " + Quoted(options.dataSource) + " cannot be opened: " + error.what());
+        log.Line("Error: the data source " + DataSourceText(options.dataSource) + " cannot be opened: " + error.what());
         return DbIsqlNoDatabase;
     }
     const bool ownTransactions = db::ScriptControlsTransactions(script);

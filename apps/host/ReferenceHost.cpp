@@ -67,6 +67,8 @@ std::string HostHelpText() {
            "  --module PATH        the module to load (default: " + std::string(kModuleFile) +
            " beside iras-host, or in ../lib)\n"
            "\n"
+           "Before an Amendment the form offers the verification report (what the Amendment will\n"
+           "tell IRAS, employee by employee) and opens it in the web browser.\n"
            "Prints the path of the summary file of the last run, or an empty line when none.\n"
            "Exit status: 0 done, 2 bad arguments, 3 no display, 4 database problem, 5 module not loaded.\n";
 }
@@ -145,6 +147,8 @@ int RunReferenceHost(const HostOptions& options, std::ostream& out, std::ostream
             return kHostUsage;
         }
         BQueryViewTable session(settings);
+        // The payroll host's verification report: offered before an Amendment.
+        session.SetVerificationReportOffered(true);
 
         const std::string modulePath = options.module.empty() ? DefaultModulePath() : options.module;
         void* module = ::dlopen(modulePath.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);

@@ -16,7 +16,7 @@ struct CommandInfo {
     const char* name;
 };
 
-constexpr std::array<CommandInfo, 8> kCommands = {{
+constexpr std::array<CommandInfo, 9> kCommands = {{
     {ToolCommand::Help, "help"},
     {ToolCommand::InitDb, "init-db"},
     {ToolCommand::Generate, "generate"},
@@ -25,6 +25,7 @@ constexpr std::array<CommandInfo, 8> kCommands = {{
     {ToolCommand::Submit, "submit"},
     {ToolCommand::Reset, "reset"},
     {ToolCommand::Check, "check"},
+    {ToolCommand::VerifyReport, "verify-report"},
 }};
 
 std::optional<ToolCommand> CommandFromName(const std::string& name) {
@@ -37,7 +38,7 @@ std::optional<ToolCommand> CommandFromName(const std::string& name) {
 bool IsRunCommand(ToolCommand command) {
     return command == ToolCommand::Generate || command == ToolCommand::Trial ||
            command == ToolCommand::Validate || command == ToolCommand::Submit ||
-           command == ToolCommand::Reset;
+           command == ToolCommand::Reset || command == ToolCommand::VerifyReport;
 }
 
 bool IsDirectCommand(ToolCommand command) {
@@ -54,7 +55,8 @@ const std::set<std::string>& ValueOptions(ToolCommand command) {
     static const std::set<std::string> reset = {"--db", "--user", "--employer", "--year", "--type",
                                                 "--report-dir"};
     if (IsDirectCommand(command)) return direct;
-    if (command == ToolCommand::Reset) return reset;
+    // The verification report writes into a run folder only, as reset takes the same.
+    if (command == ToolCommand::Reset || command == ToolCommand::VerifyReport) return reset;
     if (IsRunCommand(command)) return generation;
     return none;
 }
@@ -70,8 +72,11 @@ const std::set<std::string>& FlagOptions(ToolCommand command) {
                                                  "--no-excess-cpf",   "--overseas-cpf",
                                                  "--percent-ord-wage", "--yes",
                                                  "--proceed-with-warnings"};
+    static const std::set<std::string> report = {"--excess-cpf", "--no-excess-cpf", "--overseas-cpf",
+                                                 "--percent-ord-wage"};
     if (command == ToolCommand::InitDb) return initDb;
     if (command == ToolCommand::Reset) return reset;
+    if (command == ToolCommand::VerifyReport) return report;
     if (command == ToolCommand::Submit) return submit;
     if (IsRunCommand(command)) return run;
     return none;
@@ -317,6 +322,22 @@ std::string HelpText(ToolCommand command) {
                    "                       without it, else answered No)\n"
                    "  --amendment          accepted and changes nothing: the form offers reset for\n"
                    "                       an amendment\n";
+        case ToolCommand::VerifyReport:
+            return "Usage: iras-yearend verify-report --db FILE --user USER --employer ID --year YEAR\n"
+                   "                                 [--type TYPE] [OPTIONS]\n\n"
+                   "The verification report to view before an Amendment: for each return, every\n"
+                   "employee the next Amendment would carry (changed, added or removed since the\n"
+                   "last submission) with each changed amount as last submitted, as now and the\n"
+                   "difference the Amendment sends, and the totals of the differences. Written as\n"
+                   "IRASVerificationReport.html and .csv into a new run folder; the HTML file's path\n"
+                   "is printed on standard output. Nothing is generated, recorded or submitted.\n\n"
+                   "  --db, --user, --employer, --year   as for generate\n"
+                   "  --type TYPE          cur-ir8a, sup-ir8a, ir8s, a8a, a8b or all (default all)\n"
+                   "  --report-dir DIR     as for generate: where the run folder is made\n"
+                   "  --excess-cpf, --no-excess-cpf, --overseas-cpf, --percent-ord-wage\n"
+                   "                       the IR8S options, as for generate\n\n"
+                   "Exit status 0 when the report was written, 4 when a return's records could not\n"
+                   "be built (the report says which; the debug log why), 2, 3 and 5 as for generate.\n";
         case ToolCommand::Check:
             return "Usage: iras-yearend check FILE...\n\n"
                    "Checks AIS return files (IR8A, IR8S, Appendix 8A, Appendix 8B) as IRAS would:\n"
@@ -339,6 +360,7 @@ std::string HelpText(ToolCommand command) {
            "  submit                   validate, then submit one return (\"Direct Submit\")\n"
            "  reset                    undo the employer's last generation of one return\n"
            "  check FILE...            check AIS files: every finding with line and column\n"
+           "  verify-report            what the next Amendment would tell IRAS, as HTML and CSV\n"
            "  help [COMMAND]           this text, or one command's options\n\n"
            "Run \"iras-yearend COMMAND --help\" for a command's options.\n\n"
            "Exit status:\n"

@@ -25,7 +25,7 @@ enum ExitStatus : int {
     kExitNothingProduced = 7,  // no records to process, or the file could not be saved
 };
 
-enum class ToolCommand { Help, InitDb, Generate, Trial, Validate, Submit, Reset, Check };
+enum class ToolCommand { Help, InitDb, Generate, Trial, Validate, Submit, Reset, Check, VerifyReport };
 
 struct ToolOptions {
     ToolCommand command = ToolCommand::Help;
@@ -35,7 +35,7 @@ struct ToolOptions {
     std::string databaseFile;
     bool sample = false;
 
-    // generate, trial, validate, submit, reset
+    // generate, trial, validate, submit, reset, verify-report
     std::string database;
     std::string user;
     std::string employer;

@@ -14,6 +14,7 @@
 #include "platform/common/Date.h"
 #include "platform/database/Query.h"
 #include "platform/host/HostFunctions.h"
+#include "submission/common/AmendmentReport.h"
 #include "submission/common/RunLogs.h"
 
 namespace iras {
@@ -89,6 +90,10 @@ RunOutcome RunController::DirectSubmitProceedClick() {
 
 RunOutcome RunController::ResetClick() {
     return Guarded([this] { return ResetFlow(); });
+}
+
+RunOutcome RunController::VerificationReportClick() {
+    return Guarded([this] { return VerificationReportFlow(); });
 }
 
 RunOutcome RunController::Guarded(const std::function<RunOutcome()>& flow) {
@@ -233,6 +238,55 @@ RunOutcome RunController::ResetFlow() {
     return RunOutcome::Failed;
 }
 
+// The report is made and opened only when the user wants it; a failure is
+// shown and the Amendment's own question still follows.
+void RunController::OfferVerificationReport() {
+    if (!services_.session->VerificationReportOffered()) return;
+    if (!services_.dialogs->Confirm(kVerificationReportOffer)) return;
+    Guarded([this] { return VerificationReportFlow(); });
+    if (!verificationReportPath_.empty()) view_->OpenInEditor(verificationReportPath_);
+}
+
+// Each return's records are built three times (as submitted, as now, as the
+// Amendment) by jobs of their own; their generation logs would bury the run
+// log, so they go to the debug log only, and the run log gets the outcome.
+RunOutcome RunController::VerificationReportFlow() {
+    if (!CheckRight()) return RunOutcome::NoAccess;
+    verificationReportPath_.clear();
+    ClearLogs();
+    MakeRunFolder();
+    RecordEmployerAndYear();
+    FillParameters(true);
+
+    AmendmentReport report;
+    report.employerId = choices_.employerId;
+    report.basisYear = _CStrToInt(choices_.basisYear);
+    report.madeAt = Now().ToLogText();
+    std::vector<FileType> types;
+    if (choices_.fileType == FileType::All) types.assign(std::begin(kReturnTypes), std::end(kReturnTypes));
+    else types.push_back(choices_.fileType);
+    MemoryLog jobRunLog;
+    for (FileType type : types) {
+        if (!jobs_->Available(type)) continue;
+        report.returns.push_back(BuildReturnAmendment(FileTypeText(type), [&]() {
+            std::unique_ptr<RSubmissionJob> job = jobs_->Create(type, MakeSetup(""));
+            if (job) {
+                PrepareJob(*job);
+                job->SetLogMemo(&jobRunLog);
+            }
+            return job;
+        }));
+    }
+    if (const std::string failure = WriteReportFiles(report, runFolder_); !failure.empty())
+        throw RunError("The verification report cannot be written in " + runFolder_ + ": " + failure);
+    verificationReportPath_ = (fs::path(runFolder_) / (std::string(kVerificationReportName) + ".html")).string();
+    for (const auto& part : report.returns) AppendLog({part.title + ": " + part.Summary()});
+    AppendLog({"Verification report: " + verificationReportPath_});
+    for (const auto& part : report.returns)
+        if (part.compared && !part.built) return RunOutcome::Failed;
+    return RunOutcome::Done;
+}
+
 RunOutcome RunController::OutcomeOfRun(bool result) const {
     if (last_.stoppedMissingId) return RunOutcome::MissingUserId;
     if (last_.declined) return RunOutcome::Declined;
@@ -263,6 +317,9 @@ bool RunController::RunSubmission(bool validateOnly) {
             return false;
         }
     }
+    // A direct submission asks both of its passes; the report is offered
+    // before the first.
+    if (!choices_.original && (mode_ == RunMode::Generation || validateOnly)) OfferVerificationReport();
     if (!choices_.original &&
         !services_.dialogs->Confirm(
             "Have you viewed the verification report before sending the submission file to IRAS?")) {

@@ -126,6 +126,18 @@ public:
     // "Reset Last Generation": undoes the employer's last generation of the return.
     RunOutcome ResetClick();
 
+    // The verification report of the chosen return ("All": of every return)
+    // before an Amendment: what the next Amendment would tell IRAS, written
+    // as HTML and CSV into a new run folder. Needs the rights a generation of
+    // the same choice needs; asks nothing and sends nothing.
+    RunOutcome VerificationReportClick();
+    // Asked before an Amendment when the host offers the report (Yes makes
+    // it and opens it); the question that follows stays the form's own.
+    static inline const std::string kVerificationReportOffer =
+        "Do you want to view the verification report of this Amendment now?";
+    // The HTML file of the last report ("" before one was made).
+    const std::string& VerificationReportPath() const { return verificationReportPath_; }
+
     // "Preview &Log", "Preview &Debug", "Preview Employee Error Log": save the
     // lines to the report directory (overwriting) and open the file. The saved
     // path, or nothing when it could not be written (an error was shown).
@@ -174,6 +186,8 @@ private:
     RunOutcome ValidateFlow();
     RunOutcome ProceedFlow();
     RunOutcome ResetFlow();
+    RunOutcome VerificationReportFlow();
+    void OfferVerificationReport();
     RunOutcome OutcomeOfRun(bool result) const;
 
     void MakeRunFolder();
@@ -208,6 +222,7 @@ private:
     StringList summaryList_;
     std::string summaryFilePath_;
     std::string runFolder_;
+    std::string verificationReportPath_;
     std::int32_t progressPosition_ = 0;
     bool hasErrors_ = false;
     bool hasWarnings_ = false;

@@ -55,7 +55,7 @@ public:
     virtual void SetProceedVisible(bool /*visible*/) {}  // "Proceed with Direct Submission"
     virtual void FocusUserIdType() {}
     virtual void FocusUserId() {}
-    virtual void OpenInEditor(const std::filesystem::path& /*file*/) {}  // a saved log
+    virtual void OpenInEditor(const std::filesystem::path& /*file*/) {}  // a saved log or report
 };
 
 }  // namespace iras

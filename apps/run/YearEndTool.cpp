@@ -364,6 +364,7 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     const bool direct =
         options.command == ToolCommand::Validate || options.command == ToolCommand::Submit;
     const bool reset = options.command == ToolCommand::Reset;
+    const bool verifyReport = options.command == ToolCommand::VerifyReport;
     // The form's User ID Type is a pick from a list; a value off the list
     // would only be refused by the engine after the whole validation.
     std::string userIdType = options.userIdType;
@@ -420,7 +421,7 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
         terminal.Err("Warning: " + kNoAccessMessage);
         return kExitNoAccess;
     }
-    if (!direct && !reset) {
+    if (!direct && !reset && !verifyReport) {
         if (const std::string problem = FolderProblem(outDirectory); !problem.empty()) {
             terminal.Err("Error: the File Directory (--out) " + outDirectory.string() + " " + problem + ".");
             return kExitFileSystem;
@@ -456,6 +457,14 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
             }
             break;
         case ToolCommand::Reset: return ExitStatusOf(controller.ResetClick());
+        case ToolCommand::VerifyReport:
+            outcome = controller.VerificationReportClick();
+            if (!controller.VerificationReportPath().empty()) {
+                terminal.Out(controller.VerificationReportPath());
+                terminal.Err("Verification report (CSV): " +
+                             fs::path(controller.VerificationReportPath()).replace_extension(".csv").string());
+            }
+            break;
         default: break;
     }
 

@@ -29,9 +29,16 @@ public:
     void SetEngineFactory(EngineFactory factory);
     std::unique_ptr<BYESubmissionEngine> CreateSubmissionEngine();
 
+    // Whether the host offers its verification report before an Amendment
+    // is made, so that the user can view it before answering whether they
+    // have. Off unless the host says so.
+    void SetVerificationReportOffered(bool offered) { verificationReportOffered_ = offered; }
+    bool VerificationReportOffered() const { return verificationReportOffered_; }
+
 private:
     SessionSettings settings_;
     EngineFactory engineFactory_;
+    bool verificationReportOffered_ = false;
 };
 
 }  // namespace iras

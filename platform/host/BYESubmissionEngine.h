@@ -35,6 +35,13 @@ public:
     // type set before. Nonzero on success.
     virtual int GenerateViewTables() = 0;
 
+    // The same view tables holding what was last submitted instead of the
+    // live rows (every employee of the employer and year, amounts as sent),
+    // so that a verification report can set what an Amendment corrects
+    // beside what it corrects it from. 0 when the engine keeps no submitted
+    // copy it can show.
+    virtual int GenerateSubmittedViewTables() { return 0; }
+
     // Checks (validateOnly 1) or submits (0) the file of that name in the
     // report path. Nonzero on success; sets the two flags below.
     virtual int ExecuteDirectSubmit(const std::string& file, const std::string& formType,

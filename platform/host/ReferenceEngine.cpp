@@ -319,7 +319,17 @@ bool ReferenceEngine::CheckSetUp(const char* call, bool needType) {
 }
 
 int ReferenceEngine::GenerateViewTables() {
-    if (!CheckSetUp("GenerateViewTables", true)) return 0;
+    return BuildViews("GenerateViewTables", ignoreChanges_ ? Views::Live : Views::Amendment);
+}
+
+int ReferenceEngine::GenerateSubmittedViewTables() { return BuildViews("GenerateSubmittedViewTables", Views::Submitted); }
+
+// Live: every employee's rows as they are now. Amendment: only the people
+// whose rows differ from the submitted copy, amounts as corrections.
+// Submitted: every employee's submitted rows, under the live year so that
+// the return's queries read them as they read the live rows.
+int ReferenceEngine::BuildViews(const char* call, Views kind) {
+    if (!CheckSetUp(call, true)) return 0;
     const std::string user = session_ ? session_->sGetUserID() : "";
     const std::string address = session_ ? session_->sGetIPAddress() : "";
     const Params params{{"EmployerId", employerId_},
@@ -335,7 +345,7 @@ int ReferenceEngine::GenerateViewTables() {
         CreateLike(alias_, employeeView, employeeColumns);
         std::string selection = "SELECT " + ColumnList(employeeColumns) +
                                 " FROM YEEmployee WHERE YEEmployerId = :EmployerId AND YEYear = :Year";
-        if (!ignoreChanges_) {
+        if (kind == Views::Amendment) {
             // An amendment reports only the people whose return data changed
             // since the last submission; someone never submitted is changed.
             std::string changed;
@@ -348,21 +358,29 @@ int ReferenceEngine::GenerateViewTables() {
         for (const auto& table : tables) {
             const std::string view = _GetViewTableName("View" + table.name, address, user);
             CreateLike(alias_, view, table.columns);
-            const std::string rows =
-                ignoreChanges_ ? "SELECT " + ColumnList(table.columns) + " FROM " + QuoteName(table.name) +
-                                     " WHERE YEYear = :Year" + TypeFilter(table) +
-                                     " AND PersonalSysId IN (SELECT PersonalSysId FROM " + employeeView + ")"
-                               : AmendmentRows(table, employeeView);
+            const std::string people = " AND PersonalSysId IN (SELECT PersonalSysId FROM " + employeeView + ")";
+            std::string rows;
+            switch (kind) {
+                case Views::Live:
+                    rows = "SELECT " + ColumnList(table.columns) + " FROM " + QuoteName(table.name) +
+                           " WHERE YEYear = :Year" + TypeFilter(table) + people;
+                    break;
+                case Views::Submitted:
+                    rows = "SELECT " + ColumnsWithYear(table.columns, ":Year") + " FROM " + QuoteName(table.name) +
+                           " WHERE YEYear = :CopyYear" + TypeFilter(table) + people;
+                    break;
+                case Views::Amendment: rows = AmendmentRows(table, employeeView); break;
+            }
             Exec(alias_, "INSERT INTO " + view + " (" + ColumnList(table.columns) + ") " + rows, params);
             IndexByPerson(alias_, view);
         }
         transaction.Commit();
     } catch (const std::exception& error) {
-        return Fail("GenerateViewTables: the view tables of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
-                    " could not be made: " + error.what());
+        return Fail(std::string(call) + ": the view tables of " + type_ + " " +
+                    ForEmployerAndYear(employerId_, year_) + " could not be made: " + error.what());
     }
-    log_.push_back("View tables of " + type_ + " generated " + ForEmployerAndYear(employerId_, year_) +
-                   (ignoreChanges_ ? " (original)." : " (amendment)."));
+    const char* what = kind == Views::Live ? " (original)." : kind == Views::Amendment ? " (amendment)." : " (as submitted).";
+    log_.push_back("View tables of " + type_ + " generated " + ForEmployerAndYear(employerId_, year_) + what);
     return 1;
 }
 

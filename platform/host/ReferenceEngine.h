@@ -6,7 +6,8 @@
 //   GenerateViewTables. An Original holds every employee of the employer and
 //   year; an Amendment only the employees whose return data differ from what
 //   was last submitted, with each amount as the correction (new minus
-//   submitted). Only the return's own tables are compared and copied: the
+//   submitted). GenerateSubmittedViewTables fills the same tables from the
+//   submitted copy, for the verification report. Only the return's own tables are compared and copied: the
 //   year-end employee table has one row per person and year for all returns,
 //   so a change there alone (a corrected name) does not make an amendment.
 // - What was submitted is kept in the return tables themselves under the year
@@ -56,6 +57,7 @@ public:
     void SetSubmitReportPath(const std::string& path) override { reportPath_ = path; }
 
     int GenerateViewTables() override;
+    int GenerateSubmittedViewTables() override;
     int ExecuteDirectSubmit(const std::string& file, const std::string& formType,
                             int validateOnly) override;
     bool HasErrors() const override { return hasErrors_; }
@@ -73,6 +75,8 @@ public:
     const std::string& LastError() const { return lastError_; }
 
 private:
+    enum class Views { Live, Amendment, Submitted };
+    int BuildViews(const char* call, Views kind);
     int Fail(const std::string& message);
     bool CheckSetUp(const char* call, bool needType);
     int BasisYear() const;

@@ -75,6 +75,14 @@ const char* FurnishedCode(const std::string& status) {
 
 }  // namespace
 
+// What an Amendment corrects, for the verification report: every money
+// field, all in whole cents.
+std::vector<AmendmentField> RA8AeSubmission::AmendmentFields() const {
+    std::vector<AmendmentField> fields;
+    for (const MoneyField& money : kMoneyFields) fields.push_back({money.field, 2, money.caption});
+    return fields;
+}
+
 // An amount or a count that needs more places than its field is not an IRAS
 // rule but a limit of the record itself, so it is checked for Amendments
 // too: such an employee is reported instead of being written wrongly.

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "submission/common/RYESubmissionJob.h"
 
@@ -30,6 +31,7 @@ public:
     int ProcessFile() override { return ProcessA8AeSubmission(); }
     void GenerateSummary(StringList& summary) override { GenerateA8ASummaryTextFile(summary); }
     std::string SummaryFileName() const override { return "A8ASummaryFile"; }
+    std::vector<AmendmentField> AmendmentFields() const override;
 
     int RefreshQuery() override;
     // Reopens the Sections 2 and 3 rows of the employee the employee query stands on.

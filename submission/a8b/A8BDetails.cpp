@@ -44,6 +44,32 @@ std::string TwoPlaces(double value) {
 
 }  // namespace
 
+// What an Amendment corrects, for the verification report: each section's
+// totals and the four grand totals, all in cents. The rows themselves are
+// share plans in slots, not fields an employee keeps from year to year, so
+// they are compared through the totals they add up to.
+std::vector<AmendmentField> RA8BeSubmission::AmendmentFields() const {
+    auto name = [](a8b::RowAmount amount) {
+        return amount == a8b::RowAmount::Exempt          ? "tax-exempt gains"
+               : amount == a8b::RowAmount::NotQualifying ? "gains not qualifying for exemption"
+                                                         : "gross gains";
+    };
+    auto plans = [](bool after) { return after ? " (plans from 2003)" : " (plans before 2003)"; };
+    std::vector<AmendmentField> fields;
+    for (const a8b::Section& section : a8b::kSections) {
+        const RecordBlock totals = section.Totals();
+        for (int t = 0; t < totals.count; ++t)
+            fields.push_back({totals.Field(t, d::kSectionTotal), 2,
+                              std::string("Section ") + section.letter + " total " + name(section.AmountAt(t / 2)) +
+                                  plans(t % 2 == 0)});
+    }
+    const a8b::RowAmount grand[] = {a8b::RowAmount::NotQualifying, a8b::RowAmount::Gains};
+    for (int g = 0; g < d::kGrandTotals.count; ++g)
+        fields.push_back({d::kGrandTotals.Field(g, d::kGrandTotal), 2,
+                          std::string("Grand total ") + name(grand[g / 2]) + plans(g % 2 == 0)});
+    return fields;
+}
+
 struct RA8BeSubmission::EncodedRow {
     std::string companyIdType, rcbNo, companyName, planType;
     Date granted, exercised;

@@ -39,6 +39,7 @@ public:
     int ProcessFile() override { return ProcessA8BeSubmission(); }
     void GenerateSummary(StringList& summary) override { GenerateA8BSummaryTextFile(summary); }
     std::string SummaryFileName() const override { return "A8BSummaryFile"; }
+    std::vector<AmendmentField> AmendmentFields() const override;
 
     int RefreshQuery() override;
     // Reopens the four section queries for the employee of MainQuery's row.

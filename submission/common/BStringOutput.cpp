@@ -64,6 +64,31 @@ bool IsRightAligned(int flag) {
 
 }  // namespace
 
+std::string FromRecordEncoding(const std::string& record) {
+    std::string utf8;
+    utf8.reserve(record.size());
+    for (const char c : record) {
+        const auto byte = static_cast<unsigned char>(c);
+        char32_t codePoint = byte;
+        if (byte >= 0x80 && byte <= 0x9F) {
+            codePoint = U'?';
+            for (const auto& extra : kCp1252Extras)
+                if (extra.byte == byte) codePoint = extra.codePoint;
+        }
+        if (codePoint < 0x80) {
+            utf8 += static_cast<char>(codePoint);
+        } else if (codePoint < 0x800) {
+            utf8 += static_cast<char>(0xC0 | (codePoint >> 6));
+            utf8 += static_cast<char>(0x80 | (codePoint & 0x3F));
+        } else {
+            utf8 += static_cast<char>(0xE0 | (codePoint >> 12));
+            utf8 += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
+            utf8 += static_cast<char>(0x80 | (codePoint & 0x3F));
+        }
+    }
+    return utf8;
+}
+
 std::string ToRecordEncoding(const std::string& utf8) {
     std::string result;
     result.reserve(utf8.size());

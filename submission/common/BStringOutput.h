@@ -72,4 +72,9 @@ private:
 // UTF-8 text in Windows-1252, one byte a character; "?" for what it cannot hold.
 std::string ToRecordEncoding(const std::string& utf8);
 
+// A record's Windows-1252 text back in UTF-8, for showing it to a person (the
+// verification report); the five bytes the code page leaves unassigned become
+// "?".
+std::string FromRecordEncoding(const std::string& record);
+
 }  // namespace iras

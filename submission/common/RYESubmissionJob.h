@@ -103,6 +103,7 @@ public:
     std::string SummaryFileName() const override { return ""; }
     bool GetHasErrors() const override { return HasErrors; }
     bool GetHasWarnings() const override { return HasWarnings; }
+    std::optional<StringList> BuildRecords(RecordSource source) override;
 
     void WriteAllMemo(const std::string& line);
     void WriteInternalMemo(const std::string& line);
@@ -234,6 +235,10 @@ protected:
     void PutEmployeeDetailFields();
     // The opening of every summary file: 48 "*", "", title, "", 48 "*", "".
     static void AppendSummaryBanner(StringList& summary, const std::string& title);
+    // The summary's account of the file for a return without totals (IR8S,
+    // Appendix 8A): file, organisation (its id only when the id type is a
+    // known keyword), form, basis year, batch, record count, two blank lines.
+    void AppendFileSummaryLines(StringList& summary);
 
     // Saves OutputLines, each ended by CR LF, to path through a temporary
     // file in the same folder; false (and a log line naming the path) when
@@ -280,6 +285,10 @@ protected:
 
 private:
     int PlaceFile(const std::string& fileName);
+    // BuildRecords: where the view tables come from, and that the generation
+    // pass stops once the records are built.
+    RecordSource source_ = RecordSource::Live;
+    bool recordsOnly_ = false;
     std::unordered_map<std::string, int> keywordRows_;  // trimmed YEKeyWordId -> first row
 };
 

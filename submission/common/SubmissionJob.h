@@ -12,10 +12,12 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/common/LogSink.h"
 #include "platform/host/BQueryViewTable.h"
 #include "submission/common/IRASSubmissionParameters.h"
+#include "submission/common/RecordLayout.h"
 
 namespace iras {
 
@@ -26,6 +28,19 @@ class SaveFilePrompt {
 public:
     virtual ~SaveFilePrompt() = default;
     virtual std::optional<std::string> AskSavePath(const std::string& proposedFileName) = 0;
+};
+
+// Which rows a job reads when it only builds its records (the verification
+// report): the live rows as an Original would hold them, the rows as they
+// were last submitted, or the corrections an Amendment would send.
+enum class RecordSource { Live, Submitted, Amendment };
+
+// A field of the detail record that an Amendment corrects, named as on the
+// form; decimals: 2 for a field of whole cents, 0 for whole dollars.
+struct AmendmentField {
+    RecordField field;
+    int decimals = 0;
+    std::string caption;
 };
 
 class RSubmissionJob {
@@ -50,6 +65,16 @@ public:
     // with no summary file of its own (the supplementary IR8A, which joins
     // the shared summary of the "All" run only).
     virtual std::string SummaryFileName() const = 0;
+
+    // The money fields of the detail record in record order, each with its
+    // name on the form: what the verification report compares. Empty for a
+    // return that names none.
+    virtual std::vector<AmendmentField> AmendmentFields() const { return {}; }
+    // The return's records from source, built as the generation pass builds
+    // them but neither saved nor handed on; an empty list when there is no
+    // employee, nothing when they cannot be built (the logs say why). A job
+    // builds once, as it runs once.
+    virtual std::optional<StringList> BuildRecords(RecordSource /*source*/) { return std::nullopt; }
 
     virtual bool GetHasErrors() const = 0;
     virtual bool GetHasWarnings() const = 0;

@@ -84,6 +84,15 @@ std::string TwoPlaces(double value) {
 
 }  // namespace
 
+// What an Amendment corrects, for the verification report: every money
+// field, whole cents or whole dollars as the record writes it.
+std::vector<AmendmentField> RIR8AeSubmission::AmendmentFields() const {
+    std::vector<AmendmentField> fields;
+    for (const MoneyField& money : kMoneyFields)
+        fields.push_back({money.field, money.kind == Money::Cents ? 2 : 0, money.caption});
+    return fields;
+}
+
 // The record holds each amount in a fixed number of characters. An amount
 // that needs more is not an IRAS rule but a limit of the record itself, so it
 // is checked for Amendments too: such an employee is reported instead of

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 #include "submission/common/RYESubmissionJob.h"
 
@@ -31,6 +32,7 @@ public:
     int ProcessFile() override { return ProcessIR8AeSubmission(); }
     void GenerateSummary(StringList& summary) override { GenerateSummaryTextFile(summary); }
     std::string SummaryFileName() const override;  // "IRASSummaryFile", current IR8A only
+    std::vector<AmendmentField> AmendmentFields() const override;
 
     int RefreshQuery() override;
     void PrepareIR8AHeader();

@@ -90,6 +90,30 @@ const std::string kSectionATooMany =
 
 }  // namespace
 
+// What an Amendment corrects, for the verification report: the money of
+// each month (cents) and the year's totals (dollars) of Section A, the
+// voluntary contributions, and the money of the three payments of Section B
+// that every record holds (a payment beyond them is not compared).
+std::vector<AmendmentField> RIR8SeSubmission::AmendmentFields() const {
+    static const char* const kMonthNames[d::kMonths] = {"January", "February", "March",     "April",
+                                                         "May",     "June",     "July",      "August",
+                                                         "September", "October", "November", "December"};
+    std::vector<AmendmentField> fields;
+    for (int month = 0; month < d::kMonths; ++month)
+        for (const MoneyColumn& money : kSectionA)
+            fields.push_back({d::kMonthBlocks.Field(month, money.month), 2,
+                              std::string("Section A ") + kMonthNames[month] + " " + money.caption});
+    for (const MoneyColumn& money : kSectionA)
+        fields.push_back({money.total, 0, std::string("Section A total ") + money.caption});
+    for (const VoluntaryColumn& voluntary : kVoluntary) fields.push_back({voluntary.field, 0, voluntary.caption});
+    for (int payment = 0; payment < d::kSectionBRows; ++payment)
+        for (const SectionBColumn& money : kSectionB)
+            if (money.caption != nullptr)
+                fields.push_back({d::kSectionBBlocks.Field(payment, money.field), 0,
+                                  "Section B payment " + std::to_string(payment + 1) + " " + money.caption});
+    return fields;
+}
+
 StringList RIR8SeSubmission::RecordLimitFindings() {
     StringList findings;
     const int rowsA = SectionAQuery.RecordCount();

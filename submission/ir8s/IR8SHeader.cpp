@@ -40,18 +40,7 @@ void RIR8SeSubmission::GenerateIR8SSummaryTextFile(StringList& summary) {
     summary.push_back(stars);
     summary.push_back("SUMMARY OF FILE - IR8S    ");
     summary.push_back(stars);
-    summary.push_back("File Name:         " + OutputFilePath);
-    // An organisation id type that IRAS does not know says nothing of the number.
-    if (YEKeywordRecLocate(EmployerText("PayerID"))) {
-        summary.push_back("Organisation ID:   " + EmployerText("TaxRefNo"));
-    }
-    summary.push_back("Organisation Name: " + EmployerText("EmployerName"));
-    summary.push_back("Form Type:         IR8S");
-    summary.push_back("Basis Year:        " + std::to_string(BasisYear));
-    summary.push_back(std::string("Batch Indicator:   ") + (Params.original ? "O" : "A"));
-    summary.push_back("No of Records:     " + std::to_string(RecordsSucceeded));
-    summary.push_back("");
-    summary.push_back("");
+    AppendFileSummaryLines(summary);
 }
 
 }  // namespace iras

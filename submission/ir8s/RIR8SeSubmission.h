@@ -10,6 +10,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "submission/common/RYESubmissionJob.h"
 
@@ -39,6 +40,7 @@ public:
     int ProcessFile() override { return ProcessIR8SeSubmission(); }
     void GenerateSummary(StringList& summary) override { GenerateIR8SSummaryTextFile(summary); }
     std::string SummaryFileName() const override { return "IR8SSummaryFile"; }
+    std::vector<AmendmentField> AmendmentFields() const override;
 
     int RefreshQuery() override;
     void RefreshIR8SSecAandCQry();

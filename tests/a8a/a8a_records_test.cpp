@@ -108,7 +108,7 @@ TEST_F(A8ARecords, NullsReadAsEmptyTextZeroAndTheEmptyDate) {
     Sql("DELETE FROM A8A WHERE PersonalSysId <> 102; DELETE FROM A8AS2S3 WHERE PersonalSysId <> 102;");
     // The engine's view tables carry no NOT NULL: every column of Bob's rows NULL.
     script->buildViews = [this](int year, const std::string& employer, const std::string&) {
-        BuildViews(year, employer);
+        CopyViews(year, employer);
         std::string a8a = "UPDATE " + View("ViewA8A") + " SET ResidenceAddress1 = NULL, OccupationFrom = NULL,"
                           " OccupationTo = NULL, OccupationDays = NULL, NoOfEESharingQtr = NULL, OHQStatus = NULL,";
         a8a += " TotalBenefitInKind = NULL; UPDATE " + View("ViewA8AS2S3") +

@@ -1,76 +1,25 @@
-// What the IR8S tests share: a new payroll database per test (schema and
-// keyword codes, no sample data) under "kovadb" with one hand-made employer;
-// a session whose engine records its calls and builds the four view tables
-// as plain copies of the employer's rows of the year; a fixed clock; helpers
-// that add an employee with its Section A and Section B rows.
+// What the IR8S tests share: the return fixture over IR8S, IR8SA and IR8SC
+// (a new database per test with the employer ACME), and helpers that add an
+// employee with its Section A and Section B rows.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "platform/database/Query.h"
-#include "platform/database/Schema.h"
-#include "platform/host/HostFunctions.h"
 #include "submission/ir8s/IR8SLayout.h"
 #include "submission/ir8s/RIR8SeSubmission.h"
-#include "tests/support/ReturnTestSupport.h"
+#include "tests/support/ReturnFixture.h"
 
 namespace iras::testing {
 
-inline DateTime IR8SClock() { return DateTime{Date{2024, 3, 1}, 9, 5, 7}; }
-
-class IR8STest : public ::testing::Test {
+class IR8STest : public ReturnFixture {
 public:  // the helpers serve the tests' free functions too
-    void SetUp() override {
-        SetClockForTesting(&IR8SClock);
-        db::CreateDatabase(folder.Path() / "payroll.db", false);
-        db::ConnectionRegistry::Register("kovadb", {"sqlite", (folder.Path() / "payroll.db").string(), false});
-        std::filesystem::create_directories(folder.Path() / "run");
-        // A scratch database: no waiting for the disk after every row.
-        for (const char* pragma : {"PRAGMA synchronous = OFF", "PRAGMA journal_mode = MEMORY"}) {
-            db::Query setting("kovadb");
-            setting.SetSQL(pragma);
-            setting.ExecSQL();
-        }
-        Sql("INSERT INTO YEEmployer (YEEmployerId, ERName1, ERName2, EmployerSource, PayerID, TaxRefNo,"
-            " AuthorisedName, Designation, TelephoneNo, EmailAddress, DivisionBranch) VALUES"
-            " ('ACME', 'O''Brien; Trading^', 'Pte. Ltd.', 'PrivateSector', 'UEN', '201912345K', 'Tan Ah Kow',"
-            " 'Finance Manager', '61234567', 'payroll@acme.com.sg', 'Head Office');"
-            "INSERT INTO YEGlobal (YEGlobalId, YEYear, YEGlobalType) VALUES (1, 2023, 'CurIR8A');");
-        script->buildViews = [this](int year, const std::string& employer, const std::string&) {
-            BuildViews(year, employer);
-        };
-        session.SetEngineFactory([this](BQueryViewTable*) -> std::unique_ptr<BYESubmissionEngine> {
-            return std::make_unique<RecordingEngine>(script);
-        });
-    }
-    void TearDown() override {
-        SetClockForTesting(nullptr);
-        db::ConnectionRegistry::Unregister("kovadb");
-    }
-
-    static void Sql(const std::string& text) { db::ExecScript("kovadb", text); }
-    std::string View(const std::string& base) const {
-        return _GetViewTableName("View" + base, session.sGetIPAddress(), session.sGetUserID());
-    }
-
-    // The view tables as an engine makes them: the employer's rows of the year.
-    void BuildViews(int year, const std::string& employer) {
-        const std::string y = std::to_string(year);
-        const std::string people = "(SELECT PersonalSysId FROM YEEmployee WHERE YEEmployerId = '" + employer +
-                                   "' AND YEYear = " + y + ")";
-        std::string sql = "DROP TABLE IF EXISTS " + View("YEEmployee") + "; CREATE TABLE " + View("YEEmployee") +
-                          " AS SELECT * FROM YEEmployee WHERE YEEmployerId = '" + employer + "' AND YEYear = " + y + ";";
-        for (const char* table : {"IR8S", "IR8SA", "IR8SC"}) {
-            sql += "DROP TABLE IF EXISTS " + View(table) + "; CREATE TABLE " + View(table) + " AS SELECT * FROM " +
-                   table + " WHERE YEYear = " + y + " AND PersonalSysId IN " + people + ";";
-        }
-        Sql(sql);
-        if (afterViews) afterViews();
+    IR8STest()
+        : ReturnFixture("ir8s-test", {"IR8S", "IR8SA", "IR8SC"},
+                        EmployerRowSql("'O''Brien; Trading^'", "'Pte. Ltd.'")) {
+        params.year = 2023;
     }
 
     // An employee of ACME in 2023 with an IR8S row (flag Excess CPF set);
@@ -109,10 +58,8 @@ public:  // the helpers serve the tests' free functions too
         p.original = original;
         p.ignoreChanges = original;
         p.year = basisYear;
-        auto job = std::make_unique<RIR8SeSubmission>(&session, p, (folder.Path() / "run").string(), "");
-        job->SetLogMemo(&log), job->SetInternalMemo(&debug), job->SetEmployeeErrorLog(&employeeErrors);
+        auto job = Wire(std::make_unique<RIR8SeSubmission>(&session, p, (root / "run").string(), ""), basisYear);
         job->SetExcessCPF(true);
-        job->SetBasisYear(basisYear);
         return job;
     }
 
@@ -122,19 +69,6 @@ public:  // the helpers serve the tests' free functions too
         EXPECT_NE(job.ProcessIR8SeSubmission(), 0) << ::testing::PrintToString(log.View());
         return Records(ReadBytes(job.GetOutputFilePath()));
     }
-
-    static bool Has(const LogSink& sink, const std::string& line) {
-        const auto lines = sink.Lines();
-        return std::find(lines.begin(), lines.end(), line) != lines.end();
-    }
-
-    ScratchFolder folder{"ir8s-test"};
-    BQueryViewTable session{SessionSettings{"PAYADMIN", "192.168.1.20", 2023}};
-    std::shared_ptr<RecordingEngine::Script> script = std::make_shared<RecordingEngine::Script>();
-    std::function<void()> afterViews;
-    IRASSubmissionParameters params{2, "ACME", 2023, true, true, true, false, false, "", ""};
-    MemoryLog log, debug;
-    StringList employeeErrors;
 };
 
 }  // namespace iras::testing

@@ -20,12 +20,12 @@ protected:
     }
     // Every column the IR8S job reads, NULL in the views.
     void NullEverything() {
-        Sql("UPDATE " + View("YEEmployee") + " SET PayeeIDType = NULL, TaxNo = NULL, EEName1 = NULL, EEName2 = NULL;"
-            "UPDATE " + View("IR8S") + " SET DateOfPRGranted = NULL, ApprovalForFullCPF = NULL,"
+        Sql("UPDATE " + View("ViewYEEmployee") + " SET PayeeIDType = NULL, TaxNo = NULL, EEName1 = NULL, EEName2 = NULL;"
+            "UPDATE " + View("ViewIR8S") + " SET DateOfPRGranted = NULL, ApprovalForFullCPF = NULL,"
             " CPFOverseasObligatory = NULL, ERVolCPF = NULL, EEVolCPF = NULL;"
-            "UPDATE " + View("IR8SA") + " SET OrdWages = NULL, ContriOrdERCPF = NULL, ContriOrdEECPF = NULL,"
+            "UPDATE " + View("ViewIR8SA") + " SET OrdWages = NULL, ContriOrdERCPF = NULL, ContriOrdEECPF = NULL,"
             " AddWages = NULL, ContriAddERCPF = NULL, ContriAddEECPF = NULL;"
-            "UPDATE " + View("IR8SC") + " SET AddWageAmt = NULL, AddWageFrom = NULL, AddWageTo = NULL,"
+            "UPDATE " + View("ViewIR8SC") + " SET AddWageAmt = NULL, AddWageFrom = NULL, AddWageTo = NULL,"
             " AddWagePaidDate = NULL, ERContribution = NULL, ERInterest = NULL, ERDate = NULL,"
             " EEContribution = NULL, EEInterest = NULL, EEDate = NULL;");
     }

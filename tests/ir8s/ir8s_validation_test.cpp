@@ -188,8 +188,8 @@ TEST_F(IR8SValidation, SwitchesJoinInTheirFixedOrder) {
         job->SetPercentOrdWage(c.percent), job->SetIR8SIndicator(c.indicator), job->SetOverseasCPF(c.overseas);
         job->SetExcessCPF(c.excess), job->SetGreaterThan100K(c.greater);
         EXPECT_EQ(job->EmployeeQueryText(),
-                  "SELECT FGetEmployeeIdByPersonalSysId(A.PersonalSysId) AS EmployeeId, * FROM " + View("YEEmployee") +
-                      " A JOIN " + View("IR8S") + " B ON (A.PersonalSysId = B.PersonalSysId), YEGlobal WHERE "
+                  "SELECT FGetEmployeeIdByPersonalSysId(A.PersonalSysId) AS EmployeeId, * FROM " + View("ViewYEEmployee") +
+                      " A JOIN " + View("ViewIR8S") + " B ON (A.PersonalSysId = B.PersonalSysId), YEGlobal WHERE "
                       "A.CurrentYEGlobalId = YEGlobal.YEGlobalId " + c.conditions + "ORDER BY EEName1");
     }
 }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <deque>
 #include <set>
 
 #include "platform/common/Date.h"
@@ -121,6 +122,34 @@ TEST_F(RunControllerTest, SupplementaryIR8AAndAmendmentsNeverWriteASummaryFile) 
     EXPECT_EQ(Tail(jobs_.calls, 2), (Lines{"CurIR8A:Validate", "CurIR8A:Process"}));
     EXPECT_EQ(run.SummaryFilePath(), "");
     EXPECT_FALSE(fs::exists(report_ / "IRASSummaryFile.txt"));
+}
+
+// A host that offers its verification report gets it asked before the
+// Amendment's own question: Yes makes the report and opens it, No goes
+// straight on; the question itself is unchanged and still decides.
+TEST_F(RunControllerTest, OfferedVerificationReportIsMadeAndOpenedBeforeTheAmendmentQuestion) {
+    jobs_.scripts[FileType::CurrentIR8A] = {1, 1, false, false, "", ""};
+    session_.SetVerificationReportOffered(true);
+    RunController& run = Make(RunMode::Generation, FileType::CurrentIR8A);
+    run.Choices().original = false;
+    const std::string viewed = "Have you viewed the verification report before sending the submission file to IRAS?";
+    struct Case {
+        std::deque<bool> answers;
+        RunOutcome outcome;
+        bool opened;
+    };
+    for (const Case& c : {Case{{true, true}, RunOutcome::Done, true}, Case{{false, false}, RunOutcome::Declined, false}}) {
+        dialogs_.answers = c.answers;
+        dialogs_.questions.clear();
+        form_.events.clear();
+        EXPECT_EQ(run.PreviewClick(), c.outcome);
+        EXPECT_EQ(dialogs_.questions, (Lines{RunController::kVerificationReportOffer, viewed}));
+        const bool opened = std::find(form_.events.begin(), form_.events.end(), "Open IRASVerificationReport.html") !=
+                            form_.events.end();
+        EXPECT_EQ(opened, c.opened);
+    }
+    EXPECT_TRUE(fs::exists(fs::path(run.VerificationReportPath())));
+    EXPECT_TRUE(fs::exists(fs::path(run.VerificationReportPath()).replace_extension(".csv")));
 }
 
 TEST_F(RunControllerTest, RefusedValidationRemovesOnlyAnEmptyRunFolderAndLeavesTheErrorFlagCleared) {
