@@ -481,8 +481,10 @@ std::optional<StringList> RYESubmissionJob::BuildRecords(RecordSource source) {
     recordsOnly_ = true;
     const int result = RunGeneration();
     recordsOnly_ = false;
+    StringList records = OutputLines.Lines();
+    OutputLines.Clear();
     if (result == 0) return std::nullopt;
-    return OutputLines;
+    return records;
 }
 
 int RYESubmissionJob::GenerationPass() {
@@ -552,8 +554,8 @@ int RYESubmissionJob::GenerationPass() {
     }
     // The records are in their file now; a temporary file that got no name
     // (a cancelled save, a copy elsewhere, a record that could not be built)
-    // goes.
-    OutputLines.Clear();
+    // goes. BuildRecords reads them back first.
+    if (!recordsOnly_) OutputLines.Clear();
     return result;
 }
 
