@@ -449,7 +449,7 @@ int RunBench(const Options& options, const fs::path& work) {
     for (std::size_t r = 0; r < std::size(kCases); ++r) counts[r] = CountOf(kCases[r].countSql);
     bool ok = Timed("All: generate --type all", n, [&] {
              YesDialogs dialogs;
-             StreamingLog log([&] { return reportFolder / LogFileName(LogFileKind::RunLog); });
+             StreamingLog log([&] { return reportFolder / LogFileName(LogFileKind::RunLog); }, "\n", 0);
              StreamingLog debug([&] { return reportFolder / LogFileName(LogFileKind::DebugLog); });
              RunServices services;
              services.logMemo = &log;

@@ -164,7 +164,8 @@ private:
 // The run log on standard output as it grows, and into its log file.
 class TerminalLog : public LogSink {
 public:
-    TerminalLog(Terminal& terminal, std::function<fs::path()> file) : terminal_(terminal), lines_(std::move(file)) {}
+    TerminalLog(Terminal& terminal, std::function<fs::path()> file)
+        : terminal_(terminal), lines_(std::move(file), "\n", 0) {}
     void Append(const std::string& line) override {
         lines_.Append(line);
         terminal_.Out(line);

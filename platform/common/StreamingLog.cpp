@@ -1,5 +1,5 @@
 // The log that streams to its file (see StreamingLog.h). The lines gather in
-// a buffer that is written out whenever it holds kFlushBytes; a file that
+// a buffer that is written out whenever it holds the flush size; a file that
 // cannot be made or written keeps every line in the buffer instead, so that
 // nothing is lost and saving reports why the file is missing.
 #include "platform/common/StreamingLog.h"
@@ -19,8 +19,8 @@ namespace iras {
 
 namespace fs = std::filesystem;
 
-StreamingLog::StreamingLog(std::function<fs::path()> target, std::string lineEnd)
-    : target_(std::move(target)), lineEnd_(std::move(lineEnd)) {}
+StreamingLog::StreamingLog(std::function<fs::path()> target, std::string lineEnd, std::size_t flushBytes)
+    : target_(std::move(target)), lineEnd_(std::move(lineEnd)), flushBytes_(flushBytes) {}
 
 StreamingLog::~StreamingLog() {
     const bool temporary = descriptor_ >= 0 && !saved_;
@@ -68,7 +68,7 @@ void StreamingLog::Append(const std::string& line) {
     buffer_ += line;
     buffer_ += lineEnd_;
     ++count_;
-    if (buffer_.size() >= kFlushBytes) Flush();
+    if (buffer_.size() >= flushBytes_) Flush();
 }
 
 StringList StreamingLog::Lines() const {

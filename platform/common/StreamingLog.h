@@ -6,7 +6,7 @@
 // ".iras-tmp-" files of AtomicFile.h) and the log takes its own name only when
 // it is saved at the end of the run: the file the user opens is always a whole
 // log, while a run that is killed leaves the temporary file with what it did,
-// up to the last lines still in the buffer (at most kFlushBytes).
+// up to the last lines still in the buffer (at most its flush size).
 #pragma once
 
 #include <cstddef>
@@ -20,10 +20,16 @@ namespace iras {
 
 class StreamingLog : public LogSink {
 public:
+    static constexpr std::size_t kFlushBytes = 64 * 1024;
+
     // target answers the log file's path when the first line comes, so that
     // its folder may be made after the log is. Each line is ended by
-    // lineEnd ("\r\n" for the records of a return file).
-    explicit StreamingLog(std::function<std::filesystem::path()> target, std::string lineEnd = "\n");
+    // lineEnd ("\r\n" for the records of a return file). The lines are
+    // written out whenever flushBytes of them gather: 0 writes each line at
+    // once (the run log, a few lines a phase, which a killed run must keep
+    // whole), the default suits the debug log's millions of lines.
+    explicit StreamingLog(std::function<std::filesystem::path()> target, std::string lineEnd = "\n",
+                          std::size_t flushBytes = kFlushBytes);
     ~StreamingLog() override;
     StreamingLog(const StreamingLog&) = delete;
     StreamingLog& operator=(const StreamingLog&) = delete;
@@ -36,14 +42,13 @@ public:
     // lines that follow go on into it); any other path gets a copy.
     std::string SaveTo(const std::filesystem::path& file) override;
 
-    static constexpr std::size_t kFlushBytes = 64 * 1024;
-
 private:
     void Open();
     void Flush();
 
     std::function<std::filesystem::path()> target_;
     std::string lineEnd_;
+    std::size_t flushBytes_;
     std::filesystem::path targetPath_;
     std::filesystem::path path_;  // where the lines are: the temporary file, or the target once saved
     int descriptor_ = -1;

@@ -71,6 +71,15 @@ TEST(StreamingLog, LinesAreOnDiskUnderATemporaryNameWhileTheRunGoes) {
     EXPECT_EQ(Read(target), "the last run's log\n");
 }
 
+TEST(StreamingLog, ARunLogWrittenLineByLineHasEachLineOnDiskAtOnce) {
+    testing::ScratchFolder folder("streaming-log");
+    StreamingLog log([&] { return folder.Path() / "IRASSubmissionLogFile.txt"; }, "\n", 0);
+    log.Append("Start Date and Time: 23/11/2026 12:00:00");
+    const auto temporary = TemporaryFiles(folder.Path());
+    ASSERT_EQ(temporary.size(), 1u);
+    EXPECT_EQ(Read(temporary[0]), "Start Date and Time: 23/11/2026 12:00:00\n");
+}
+
 TEST(StreamingLog, LinesAfterSavingGoOnIntoTheFileAndACopyElsewhereHasThemAll) {
     testing::ScratchFolder folder("streaming-log");
     const fs::path target = folder.Path() / "log.txt";
