@@ -16,6 +16,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -24,6 +25,7 @@
 #include "apps/run/RunController.h"
 #include "apps/run/SessionFormData.h"
 #include "platform/ais/AisFileChecker.h"
+#include "platform/common/StreamingLog.h"
 #include "platform/database/PostgresConnection.h"
 #include "platform/database/Query.h"
 #include "platform/database/Schema.h"
@@ -159,20 +161,23 @@ private:
     bool shown_ = false;
 };
 
-// The run log on standard output as it grows; the lines are kept for the log file.
+// The run log on standard output as it grows, and into its log file.
 class TerminalLog : public LogSink {
 public:
-    explicit TerminalLog(Terminal& terminal) : terminal_(terminal) {}
+    TerminalLog(Terminal& terminal, std::function<fs::path()> file)
+        : terminal_(terminal), lines_(std::move(file), "\n", 0) {}
     void Append(const std::string& line) override {
         lines_.Append(line);
         terminal_.Out(line);
     }
     StringList Lines() const override { return lines_.Lines(); }
     void Clear() override { lines_.Clear(); }
+    bool IsEmpty() const override { return lines_.IsEmpty(); }
+    std::string SaveTo(const fs::path& file) override { return lines_.SaveTo(file); }
 
 private:
     Terminal& terminal_;
-    MemoryLog lines_;
+    StreamingLog lines_;
 };
 
 // The save dialog of a single-return run: always the File Directory and the
@@ -408,8 +413,10 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
     fs::path reportDirectory;  // known once the rights are granted: the default one is made on asking
 
     TerminalDialogs dialogs(terminal, options.yes);
-    TerminalLog log(terminal);
-    MemoryLog debug;
+    // The logs go to their files in the report directory as the run writes
+    // them (the folder is known before the run starts).
+    TerminalLog log(terminal, [&reportDirectory] { return reportDirectory / LogFileName(LogFileKind::RunLog); });
+    StreamingLog debug([&reportDirectory] { return reportDirectory / LogFileName(LogFileKind::DebugLog); });
     DirectorySavePrompt savePrompt(outDirectory);
     RunServices services;
     services.session = &session;
@@ -542,7 +549,7 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
                          : std::string("Give the submitter's User ID with --user-id."));
     }
     // Nothing ran when nothing was logged; the files of the last run stay.
-    if (!controller.LogMemo().Lines().empty() || !controller.DebugMemo().Lines().empty()) {
+    if (!controller.LogMemo().IsEmpty() || !controller.DebugMemo().IsEmpty()) {
         struct LogFile {
             LogFileKind kind;
             const char* label;

@@ -621,11 +621,14 @@ void RunController::SetProceedVisible(bool visible) {
 
 fs::path RunController::SaveLogFile(LogFileKind kind) const {
     const fs::path file = ReportDirectory() / LogFileName(kind);
-    switch (kind) {
-        case LogFileKind::RunLog: SaveLines(file, logMemo_->Lines()); break;
-        case LogFileKind::DebugLog: SaveLines(file, debugMemo_->Lines()); break;
-        case LogFileKind::EmployeeErrorLog: SaveLines(file, employeeErrorList_); break;
+    if (kind == LogFileKind::EmployeeErrorLog) {
+        SaveLines(file, employeeErrorList_);
+        return file;
     }
+    // A log that streams to its file takes its name here; one in memory is written whole.
+    LogSink& log = kind == LogFileKind::RunLog ? *logMemo_ : *debugMemo_;
+    const std::string reason = log.SaveTo(file);
+    if (!reason.empty()) throw RunError("Cannot write the file " + file.string() + ": " + reason + ".");
     return file;
 }
 

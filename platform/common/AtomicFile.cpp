@@ -28,34 +28,58 @@ std::error_code Fault(FileStep step, const fs::path& target) {
     return hook ? hook(step, target) : std::error_code{};
 }
 
-fs::path TemporaryBeside(const fs::path& target) {
-    static std::atomic<unsigned> counter{0};
-    fs::path folder = target.parent_path();
-    if (folder.empty()) folder = ".";
-    return folder / (std::string(kTemporaryFilePrefix) + std::to_string(::getpid()) + "-" +
-                     std::to_string(counter.fetch_add(1)) + "-" + target.filename().string());
-}
-
 std::string Reason(const std::error_code& error) { return error.message(); }
 
-// The writer's process id in a temporary name (".iras-tmp-<pid>-<n>-<name>"),
-// or 0 when the name is not one of ours.
-pid_t WriterOf(const std::string& name) {
-    if (name.rfind(kTemporaryFilePrefix, 0) != 0) return 0;
-    std::size_t at = kTemporaryFilePrefix.size();
-    pid_t pid = 0;
-    const std::size_t digitsFrom = at;
-    while (at < name.size() && name[at] >= '0' && name[at] <= '9' && at - digitsFrom < 10) {
-        pid = pid * 10 + (name[at] - '0');
-        ++at;
+std::string_view PrefixOf(TemporaryKind kind) {
+    return kind == TemporaryKind::Log ? kLogTemporaryFilePrefix : kTemporaryFilePrefix;
+}
+
+// A temporary name of ours (".iras-tmp-<pid>-<n>-<name>" or
+// ".iras-log-<pid>-<n>-<name>") taken apart; writer 0 when the name is not
+// one of ours.
+struct TemporaryName {
+    pid_t writer = 0;
+    TemporaryKind kind = TemporaryKind::Scratch;
+    std::string target;  // the name the file was to take
+};
+
+TemporaryName ParseTemporaryName(const std::string& name) {
+    TemporaryName parsed;
+    for (const TemporaryKind kind : {TemporaryKind::Scratch, TemporaryKind::Log}) {
+        const std::string_view prefix = PrefixOf(kind);
+        if (name.rfind(prefix, 0) != 0) continue;
+        std::size_t at = prefix.size();
+        pid_t pid = 0;
+        const std::size_t digitsFrom = at;
+        while (at < name.size() && name[at] >= '0' && name[at] <= '9' && at - digitsFrom < 10) {
+            pid = pid * 10 + (name[at] - '0');
+            ++at;
+        }
+        if (at == digitsFrom || at >= name.size() || name[at] != '-') return parsed;
+        // The counter, then the target's name.
+        const std::size_t counterEnd = name.find('-', at + 1);
+        parsed.writer = pid;
+        parsed.kind = kind;
+        if (counterEnd != std::string::npos) parsed.target = name.substr(counterEnd + 1);
+        return parsed;
     }
-    if (at == digitsFrom || at >= name.size() || name[at] != '-') return 0;
-    return pid;
+    return parsed;
 }
 
 bool Running(pid_t pid) { return ::kill(pid, 0) == 0 || errno == EPERM; }
 
-// Each folder is cleaned once per process, before this process's first write.
+// Where the log a killed run was writing is kept, visible beside the log:
+// "IRASSubmissionLogFile-killed-4711.txt".
+fs::path KilledLogPath(const fs::path& folder, const std::string& target, pid_t writer) {
+    const fs::path name = target.empty() ? fs::path("log.txt") : fs::path(target);
+    const std::string stem = name.stem().string() + "-killed-" + std::to_string(writer);
+    fs::path kept = folder / (stem + name.extension().string());
+    for (int n = 2; fs::exists(kept); ++n) kept = folder / (stem + "-" + std::to_string(n) + name.extension().string());
+    return kept;
+}
+
+// Each folder is cleaned once per process, before this process's first
+// temporary file there.
 void CleanOnce(const fs::path& folder) {
     static std::mutex guard;
     static std::set<fs::path> cleaned;
@@ -70,25 +94,39 @@ void CleanOnce(const fs::path& folder) {
 
 }  // namespace
 
+fs::path TemporaryPathBeside(const fs::path& target, TemporaryKind kind) {
+    static std::atomic<unsigned> counter{0};
+    fs::path folder = target.parent_path();
+    if (folder.empty()) folder = ".";
+    CleanOnce(folder);
+    return folder / (std::string(PrefixOf(kind)) + std::to_string(::getpid()) + "-" +
+                     std::to_string(counter.fetch_add(1)) + "-" + target.filename().string());
+}
+
 void SetFileFaultForTesting(FileFaultHook hook) { FaultHook() = std::move(hook); }
 
-std::vector<std::string> RemoveStaleTemporaryFiles(const fs::path& folder) {
-    std::vector<std::string> removed;
+StaleTemporaryFiles RemoveStaleTemporaryFiles(const fs::path& folder) {
+    StaleTemporaryFiles stale;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         const std::string name = entry->path().filename().string();
-        const pid_t writer = WriterOf(name);
-        if (writer <= 0 || writer == ::getpid() || Running(writer)) continue;
+        const TemporaryName parsed = ParseTemporaryName(name);
+        if (parsed.writer <= 0 || parsed.writer == ::getpid() || Running(parsed.writer)) continue;
         std::error_code ignored;
         if (!entry->is_regular_file(ignored)) continue;
-        if (fs::remove(entry->path(), ignored)) removed.push_back(name);
+        if (parsed.kind == TemporaryKind::Log) {
+            const fs::path kept = KilledLogPath(folder, parsed.target, parsed.writer);
+            fs::rename(entry->path(), kept, ignored);
+            if (!ignored) stale.logsKept.push_back(kept.filename().string());
+        } else if (fs::remove(entry->path(), ignored)) {
+            stale.removed.push_back(name);
+        }
     }
-    return removed;
+    return stale;
 }
 
 std::string WriteFileAtomically(const fs::path& target, const std::function<void(std::ostream&)>& write) {
-    const fs::path temporary = TemporaryBeside(target);
-    CleanOnce(temporary.parent_path());
+    const fs::path temporary = TemporaryPathBeside(target);
     std::string reason;
     if (const std::error_code fault = Fault(FileStep::Create, target)) return Reason(fault);
     {
@@ -111,6 +149,15 @@ std::string WriteFileAtomically(const fs::path& target, const std::function<void
     std::error_code ignored;
     fs::remove(temporary, ignored);
     return reason.empty() ? "the file could not be written" : reason;
+}
+
+std::error_code FileFault(FileStep step, const fs::path& target) { return Fault(step, target); }
+
+std::string MoveIntoPlace(const fs::path& temporary, const fs::path& target) {
+    std::error_code error = Fault(FileStep::Write, target);
+    if (!error) error = Fault(FileStep::Rename, target);
+    if (!error) fs::rename(temporary, target, error);
+    return error ? Reason(error) : "";
 }
 
 std::string WriteFileAtomically(const fs::path& target, std::string_view bytes) {

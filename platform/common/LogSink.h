@@ -3,6 +3,7 @@
 // tool with a file or the terminal, tests with memory.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,10 @@ public:
     virtual void Append(const std::string& line) = 0;
     virtual StringList Lines() const = 0;
     virtual void Clear() = 0;
+    virtual bool IsEmpty() const { return Lines().empty(); }
+    // Writes the lines to file, each ended by "\n", all or nothing: "" when
+    // the file is in place, else the reason.
+    virtual std::string SaveTo(const std::filesystem::path& file);
 };
 
 // Keeps the lines in memory; the default sink of runs and tests.
@@ -24,6 +29,7 @@ public:
     void Append(const std::string& line) override { lines_.push_back(line); }
     StringList Lines() const override { return lines_; }
     void Clear() override { lines_.clear(); }
+    bool IsEmpty() const override { return lines_.empty(); }
     const StringList& View() const { return lines_; }
 
 private:

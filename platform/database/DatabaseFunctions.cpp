@@ -42,7 +42,9 @@ struct DatabaseFunctions::Lookups {
         {"FGetEmployeeSysId",
          "SELECT EmployeeSysId FROM Employee WHERE EmployeeCode = ?1 ORDER BY EmployeeSysId LIMIT 1", nullptr},
         {"FGetIRASEmployeeBank",
-         "SELECT IRASBankCode FROM EmployeeBank WHERE EmployeeSysId = ?1 ORDER BY rowid LIMIT 1", nullptr},
+         // The first account entered: min() takes the code from the row of the
+         // smallest rowid, found through the key without sorting the rows.
+         "SELECT IRASBankCode, min(rowid) FROM EmployeeBank WHERE EmployeeSysId = ?1", nullptr},
         {"FGetPersonalName", "SELECT PersonalName FROM Personal WHERE PersonalSysId = ?1", nullptr},
     }};
 };

@@ -101,6 +101,9 @@ public:
     void First();
     void Next();
     void Last();
+    // Straight to a row, 0 for the first: what First() and as many Next()
+    // reach, without stepping. A row beyond the last sets Eof().
+    void MoveTo(int row);
     bool Eof() const;
     bool IsEmpty() const;
     int RecordCount() const;

@@ -237,5 +237,6 @@ void BStringOutput::SetEnd(int end) {
 }
 
 void BStringOutput::ListOutput(StringList& list) { list.push_back(line_); }
+void BStringOutput::ListOutput(LogSink& list) { list.Append(line_); }
 
 }  // namespace iras

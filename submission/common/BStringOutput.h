@@ -56,6 +56,7 @@ public:
 
     void SetEnd(int end);            // closes the record: blank-pads it to the maximum width
     void ListOutput(StringList& list);  // appends the closed record to list
+    void ListOutput(LogSink& list);     // or to a file that takes it as it comes
 
     const std::string& Line() const { return line_; }  // the record as built so far
 

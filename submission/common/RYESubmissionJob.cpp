@@ -43,6 +43,7 @@ RYESubmissionJob::RYESubmissionJob(BQueryViewTable* context, IRASSubmissionParam
     : Context(context),
       Params(std::move(params)),
       Output(std::make_unique<BStringOutput>()),
+      OutputLines([this] { return RecordsFileTarget(); }, "\r\n", StreamingLog::kFlushBytes, TemporaryKind::Scratch),
       Engine(context != nullptr ? context->CreateSubmissionEngine() : nullptr),
       KeywordQuery("kovadb"),
       EmployerQuery("kovadb"),
@@ -97,8 +98,7 @@ bool RYESubmissionJob::YEKeywordRecLocate(const std::string& keyword) {
     if (wanted.empty()) return false;
     const auto found = keywordRows_.find(wanted);
     if (found != keywordRows_.end()) {
-        KeywordQuery.First();
-        for (int i = 0; i < found->second; ++i) KeywordQuery.Next();
+        KeywordQuery.MoveTo(found->second);
         return true;
     }
     return false;  // the cursor stays on the row it stood on
@@ -625,8 +625,10 @@ std::optional<StringList> RYESubmissionJob::BuildRecords(RecordSource source) {
     recordsOnly_ = true;
     const int result = RunGeneration();
     recordsOnly_ = false;
+    StringList records = OutputLines.Lines();
+    OutputLines.Clear();
     if (result == 0) return std::nullopt;
-    return OutputLines;
+    return records;
 }
 
 int RYESubmissionJob::GenerationPass() {
@@ -710,6 +712,10 @@ int RYESubmissionJob::GenerationPass() {
             result = PlaceFile(FileName());
         }
     }
+    // The records are in their file now; a temporary file that got no name
+    // (a cancelled save, a copy elsewhere, a record that could not be built)
+    // goes. BuildRecords reads them back first.
+    if (!recordsOnly_) OutputLines.Clear();
     return result;
 }
 
@@ -794,10 +800,19 @@ void RYESubmissionJob::SaveDirectSubmitSummary() {
     }
 }
 
+std::filesystem::path RYESubmissionJob::RecordsFileTarget() const {
+    // Where PlaceFile puts the file first: the run folder, else the "All"
+    // run's folder; a run with neither saves where its prompt says.
+    const std::string& folder = !RunFolder.empty() ? RunFolder : CopyFolder;
+    const std::filesystem::path base = folder.empty() ? std::filesystem::temp_directory_path() : std::filesystem::path(folder);
+    return base / FileName();
+}
+
 bool RYESubmissionJob::SaveOutputLines(const std::string& path) {
     // Return files end every record, the last one too, with CR LF.
-    const std::string reason = WriteLinesAtomically(path, OutputLines, "\r\n");
+    const std::string reason = OutputLines.SaveTo(path);
     if (reason.empty()) return true;
+    OutputLines.Clear();  // a file that cannot be saved leaves nothing behind
     WriteAllMemo("The file " + path + " could not be written: " + reason + ".");
     return false;
 }

@@ -9,12 +9,14 @@
 // code, it does not copy the drivers.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+#include "platform/common/StreamingLog.h"
 #include "platform/database/Query.h"
 #include "platform/host/BQueryViewTable.h"
 #include "platform/host/BYESubmissionEngine.h"
@@ -135,7 +137,6 @@ public:
     int GetRecordsProcessed() const { return RecordsProcessed; }
     int GetRecordsFailed() const { return RecordsFailed; }
     int GetRecordsSucceeded() const { return RecordsSucceeded; }
-    const StringList& GetOutputLines() const { return OutputLines; }
     const StringList& GetErrorList() const { return ErrorList; }
     // Full path of the file the generation pass wrote ("" before or on failure).
     const std::string& GetOutputFilePath() const { return OutputFilePath; }
@@ -271,6 +272,7 @@ protected:
     // file in the same folder; false (and a log line naming the path) when
     // it cannot, leaving no file behind.
     bool SaveOutputLines(const std::string& path);
+    std::filesystem::path RecordsFileTarget() const;
     int RunPass(const std::string& title, const std::string& failure, int (RYESubmissionJob::*pass)(),
                 const JobLogShape& shape);
     int ValidationPass();
@@ -289,7 +291,9 @@ protected:
     BQueryViewTable* Context;
     IRASSubmissionParameters Params;
     std::unique_ptr<BStringOutput> Output;
-    StringList OutputLines;
+    // The records go to a temporary file beside the file's place in the run
+    // folder as they are made; SaveOutputLines gives it its name.
+    StreamingLog OutputLines;
     StringList ErrorList;
     RunLogs Logs;
     StringList* EmployeeErrorLog = nullptr;

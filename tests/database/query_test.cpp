@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <fstream>
+#include <tuple>
 
 #include "tests/database/query_fixture.h"
 
@@ -99,8 +100,18 @@ TEST_F(Reading, NextOnTheLastRowSetsEofAndStaysThere) {
     EXPECT_FALSE(query.Eof());
     EXPECT_EQ(query.FieldByName("k").AsInteger(), 3);
 
+    // MoveTo lands where First() and as many Next() land; past the end it
+    // stays on the last row with Eof set, as Next() does.
+    for (const auto& [row, k, eof] : {std::tuple{0, 1, false}, {2, 3, false}, {1, 2, false}, {3, 3, true}}) {
+        query.MoveTo(row);
+        EXPECT_EQ(query.FieldByName("k").AsInteger(), k) << "row " << row;
+        EXPECT_EQ(query.Eof(), eof) << "row " << row;
+    }
+
     Query empty = Open("SELECT k, name FROM t WHERE k > 10");
     EXPECT_TRUE(empty.IsEmpty());
+    empty.MoveTo(0);
+    EXPECT_TRUE(empty.Eof());
     empty.Last();
     EXPECT_TRUE(empty.Eof());
     EXPECT_TRUE(empty.FieldByName("name").IsNull());
