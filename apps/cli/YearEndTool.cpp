@@ -25,6 +25,7 @@
 #include "apps/run/RunController.h"
 #include "apps/run/SessionFormData.h"
 #include "platform/ais/AisFileChecker.h"
+#include "platform/common/AtomicFile.h"
 #include "platform/common/StreamingLog.h"
 #include "platform/database/PostgresConnection.h"
 #include "platform/database/Query.h"
@@ -473,6 +474,10 @@ int RunCommand(const ToolOptions& options, Terminal& terminal) {
                          reportDirectory.string() + " " + problem +
                          (options.reportDir.empty() ? "; choose another with --report-dir." : "."));
             return kExitFileSystem;
+        }
+        // The logs of a run killed earlier get visible names here; say where.
+        for (const std::string& kept : RemoveStaleTemporaryFiles(reportDirectory).logsKept) {
+            terminal.Err("A run that was killed left this log of what it did: " + (reportDirectory / kept).string());
         }
     }
 

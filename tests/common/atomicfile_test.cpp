@@ -3,7 +3,6 @@
 // a run still going on are not touched.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -13,26 +12,18 @@
 #include <string>
 
 #include "platform/common/AtomicFile.h"
+#include "tests/support/ScratchFolder.h"
 
 namespace iras {
 namespace {
 
 namespace fs = std::filesystem;
 
-// The process id of a process that has ended.
-pid_t DeadProcess() {
-    const pid_t child = ::fork();
-    if (child == 0) ::_exit(0);
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return child;
-}
-
 TEST(StaleTemporaryFiles, OnlyThoseOfAnEndedWriterAreRemoved) {
     const fs::path folder = fs::temp_directory_path() / ("iras-atomic-" + std::to_string(::getpid()));
     fs::remove_all(folder);
     fs::create_directories(folder);
-    const std::string dead = std::to_string(DeadProcess());
+    const std::string dead = std::to_string(testing::DeadProcess());
     const std::string parent = std::to_string(::getppid());  // alive: the process that started this test
     struct Case {
         std::string name;

@@ -226,6 +226,24 @@ TEST_F(SampleDatabaseTool, GenerateAllWritesCleanFilesTheSummaryAndTheLogs) {
     EXPECT_NE(out_.str().find("short.txt: REJECTED"), std::string::npos) << out_.str();
 }
 
+TEST_F(SampleDatabaseTool, AKilledRunsLogsAreKeptUnderNamesTheUserSeesAndItsRecordsRemoved) {
+    // What a run killed while it wrote leaves: its logs so far, and a
+    // return file's records half made.
+    const std::string dead = std::to_string(testing::DeadProcess());
+    const fs::path report = folder_ / "report";
+    fs::create_directories(report);
+    fs::create_directories(folder_ / "out");
+    std::ofstream(report / (".iras-log-" + dead + "-0-IRASSubmissionLogFile.txt")) << "Generating IR8A\n";
+    std::ofstream(folder_ / "out" / (".iras-tmp-" + dead + "-2-CUR_Submission(O).txt")) << "0IR8A\r\n";
+
+    ASSERT_EQ(Run(RunArgs("generate", "ADMIN", "all")), kExitSuccess) << err_.str();
+    const fs::path kept = report / ("IRASSubmissionLogFile-killed-" + dead + ".txt");
+    EXPECT_TRUE(Said("A run that was killed left this log of what it did: " + kept.string())) << err_.str();
+    EXPECT_EQ(ReadFile(kept), "Generating IR8A\n");
+    for (const std::string& name : OutFiles()) EXPECT_FALSE(name.starts_with(".iras-")) << name;
+    EXPECT_TRUE(fs::exists(folder_ / "out" / "CUR_Submission(O).txt"));
+}
+
 TEST_F(SampleDatabaseTool, SubmitWithoutConsentOrWithRefusedDataSubmitsNothing) {
     const Args identity = {"--user-id-type", "personal", "--user-id", "S1234567D"};
     EXPECT_EQ(Run(RunArgs("submit", "CLERK", "cur-ir8a", identity)), kExitStopped) << err_.str();

@@ -2,6 +2,7 @@
 // after the test program's process so that parallel test programs never meet.
 #pragma once
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -36,5 +37,14 @@ public:
 private:
     std::filesystem::path path_;
 };
+
+// The process id of a process that has ended, as a killed run's files carry.
+inline pid_t DeadProcess() {
+    const pid_t child = ::fork();
+    if (child == 0) ::_exit(0);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return child;
+}
 
 }  // namespace iras::testing
