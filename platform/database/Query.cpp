@@ -76,11 +76,17 @@ struct Query::State {
     Parameters parameters;
 
     bool active = false;
+    bool forwardOnly = false;
+    bool moved = false;  // forward only: Next() has left the first row
     ResultSet result;
     std::unordered_map<std::string, std::size_t, FoldedHash, FoldedEqual> index;  // name -> its first column
     std::size_t row = 0;
     bool eof = true;
     std::shared_ptr<Connection> connection;
+    // Forward only: the rows still to come (declared after the connection,
+    // so that it goes first), and the row being read in.
+    std::unique_ptr<RowCursor> cursor;
+    std::vector<Value> incoming;
     std::string table;  // the one table of an editable result; "" otherwise
 
     bool editing = false;
@@ -113,6 +119,12 @@ struct Query::State {
                                 "\" has no SQL text to run.");
         }
         return text;
+    }
+
+    // What a query read forward only cannot do.
+    DatabaseError Refused(const std::string& alias, const std::string& what) const {
+        return DatabaseError("The query on database alias \"" + alias + "\" reads its rows forward only and keeps none behind: " +
+                             what + " (SQL: " + Quoted() + ")");
     }
 
     // The text for a message: the first line, shortened.
@@ -173,6 +185,22 @@ void Query::Open() {
     Close();
     const std::string text = state.TextToRun(alias_, "query");
     std::shared_ptr<Connection> connection = ConnectionRegistry::Get(alias_);
+    if (state.forwardOnly) {
+        std::unique_ptr<RowCursor> cursor = connection->SelectForward(text, state.parameters);
+        state.result.columns = cursor->Columns();
+        std::vector<Value> row;
+        if (cursor->Read(row)) {
+            state.result.rows.push_back(std::move(row));
+            state.cursor = std::move(cursor);
+        }
+        for (std::size_t c = 0; c < state.result.columns.size(); ++c) state.index.emplace(state.result.columns[c].name, c);
+        state.connection = std::move(connection);
+        state.active = true;
+        state.moved = false;
+        state.row = 0;
+        state.eof = state.result.rows.empty();
+        return;
+    }
     const std::optional<std::string> table = SingleSourceTable(text);
     ResultSet result = connection->Select(text, state.parameters, table.value_or(""));
     state.table = table && !result.rowKeys.empty() ? *table : "";
@@ -199,6 +227,9 @@ void Query::Close() {
     State& state = *state_;
     state.active = false;
     state.editing = false;
+    state.cursor.reset();
+    state.incoming.clear();
+    state.moved = false;
     state.result = ResultSet{};
     state.index.clear();
     state.row = 0;
@@ -209,9 +240,16 @@ void Query::Close() {
 
 bool Query::Active() const { return state_ && state_->active; }
 
+void Query::SetForwardOnly(bool forwardOnly) { StateOf(state_).forwardOnly = forwardOnly; }
+
+bool Query::ForwardOnly() const { return state_ && state_->forwardOnly; }
+
 void Query::First() {
     State& state = StateOf(state_);
     if (state.editing) Post();
+    if (state.active && state.forwardOnly && state.moved) {
+        throw state.Refused(alias_, "it cannot go back to its first row; open it again to read the rows again.");
+    }
     state.row = 0;
     state.eof = !state.active || state.result.rows.empty();
 }
@@ -220,6 +258,16 @@ void Query::Next() {
     State& state = StateOf(state_);
     if (state.editing) Post();
     if (state.eof) return;
+    if (state.forwardOnly) {
+        state.moved = true;
+        if (state.cursor && state.cursor->Read(state.incoming)) {
+            state.result.rows.front().swap(state.incoming);
+        } else {
+            state.cursor.reset();
+            state.eof = true;  // stays on the last row
+        }
+        return;
+    }
     if (state.row + 1 < state.result.rows.size()) {
         ++state.row;
     } else {
@@ -230,6 +278,7 @@ void Query::Next() {
 void Query::Last() {
     State& state = StateOf(state_);
     if (state.editing) Post();
+    if (state.active && state.forwardOnly) throw state.Refused(alias_, "it cannot go to its last row.");
     const bool empty = !state.active || state.result.rows.empty();
     state.row = empty ? 0 : state.result.rows.size() - 1;
     state.eof = empty;
@@ -238,6 +287,9 @@ void Query::Last() {
 void Query::MoveTo(int row) {
     State& state = StateOf(state_);
     if (state.editing) Post();
+    if (state.active && state.forwardOnly) {
+        throw state.Refused(alias_, "it cannot go straight to row " + std::to_string(row) + ".");
+    }
     if (!state.active || row < 0 || static_cast<std::size_t>(row) >= state.result.rows.size()) {
         Last();  // the payroll's cursor stays on the last row at the end
         state.eof = true;
@@ -252,6 +304,9 @@ bool Query::Eof() const { return !state_ || state_->eof; }
 bool Query::IsEmpty() const { return !Active() || state_->result.rows.empty(); }
 
 int Query::RecordCount() const {
+    if (Active() && state_->forwardOnly) {
+        throw state_->Refused(alias_, "the number of its rows is not known before they are read.");
+    }
     return Active() ? static_cast<int>(state_->result.rows.size()) : 0;
 }
 
@@ -287,6 +342,7 @@ void Query::Edit() {
         throw DatabaseError("The query on database alias \"" + alias_ + "\" is not open, so it cannot be edited (SQL: " +
                             state.Quoted() + ")");
     }
+    if (state.forwardOnly) throw state.Refused(alias_, "its rows cannot be edited.");
     if (state.table.empty()) {
         throw DatabaseError("The result of this query cannot be edited: it does not read the rows of one table (SQL: " +
                             state.Quoted() + ")");

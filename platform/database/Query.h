@@ -10,7 +10,9 @@
 // interface.
 //
 // A result is read whole when the query opens, so the cursor can go to the
-// first and last row and the record count is known. Cursor rules are the
+// first and last row and the record count is known; a query set to read
+// forward only instead holds one row at a time, whatever the size of the
+// result (see SetForwardOnly). Cursor rules are the
 // payroll's: Next() on the last row sets Eof() and stays on that row; First()
 // and Last() clear Eof() unless there is no row. A column name that appears
 // twice in a join (both sides of "A JOIN B" carry PersonalSysId) resolves to
@@ -92,6 +94,15 @@ public:
 
     // A named parameter of the text, ":YEEmployerId" set as "YEEmployerId".
     void SetParam(const std::string& name, Value value);
+
+    // Forward only: the rows are handed over one at a time as the database
+    // steps the statement, and none is kept once the cursor has left it, so
+    // that an employer of any size costs the reader one row. First() is
+    // allowed until the first Next(), Next() and Eof() as ever; what needs
+    // the whole result (going back, Last, MoveTo, RecordCount, Edit) throws
+    // DatabaseError. Takes effect at the next Open().
+    void SetForwardOnly(bool forwardOnly);
+    bool ForwardOnly() const;
 
     void Open();     // runs the text and reads the rows; throws DatabaseError
     void ExecSQL();  // runs a statement without rows (UPDATE, CREATE TABLE ...)
