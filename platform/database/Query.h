@@ -49,6 +49,7 @@ using Value = std::variant<std::monostate, std::int64_t, double, std::string>;
 
 class Query;
 class Connection;
+class RowCursor;
 
 // A column of the query's current row. NULL reads as "", 0, 0.0 or the empty
 // date, never as an error.
@@ -103,6 +104,17 @@ public:
     // DatabaseError. Takes effect at the next Open().
     void SetForwardOnly(bool forwardOnly);
     bool ForwardOnly() const;
+    // Spooled (forward only): each row read goes on to a temporary file as
+    // well, so that Reread() can hand the same rows over again, forward
+    // only, without running the statement again; the validation pass's
+    // employees are the generation pass's. The spool stays through Close()
+    // once the rows were read to the end; a new text, parameter or Open()
+    // drops it.
+    void SetSpooled(bool spooled);
+    // Opens the query on the rows of its last read, from its spool; false
+    // (nothing changed) when that read did not reach its end or its spool
+    // could not be written (a full disk).
+    bool Reread();
 
     void Open();     // runs the text and reads the rows; throws DatabaseError
     void ExecSQL();  // runs a statement without rows (UPDATE, CREATE TABLE ...)
@@ -133,6 +145,7 @@ public:
 
 private:
     friend class Field;
+    static void StartForward(State& state, std::unique_ptr<RowCursor> cursor);
     std::string alias_;
     std::unique_ptr<State> state_;
 };

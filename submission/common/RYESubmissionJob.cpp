@@ -52,9 +52,11 @@ RYESubmissionJob::RYESubmissionJob(BQueryViewTable* context, IRASSubmissionParam
       MainQuery("kovadb"),
       RunFolder(std::move(runFolder)),
       CopyFolder(std::move(copyFolder)) {
-    // An employer's employees are read one at a time in each pass, never
-    // held whole: the memory of a run does not grow with the employer.
+    // An employer's employees are read one at a time, never held whole:
+    // the memory of a run does not grow with the employer. The validation
+    // pass keeps them in a temporary file for the generation pass.
     MainQuery.SetForwardOnly(true);
+    MainQuery.SetSpooled(true);
 }
 
 RYESubmissionJob::~RYESubmissionJob() = default;
@@ -256,6 +258,9 @@ void RYESubmissionJob::KeepAmountFaults() {
 }
 
 bool RYESubmissionJob::ReopenMainQuery() {
+    // The rows the validation pass read, from their spool: neither the view
+    // tables nor the query are made again.
+    if (MainQuery.Reread()) return true;
     if (viewBuild_ == 0 || viewBuild_ != viewTableBuilds) {
         // Another job has replaced the view tables since this one read them:
         // the same build again gives the rows the validation pass saw (the

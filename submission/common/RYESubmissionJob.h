@@ -337,9 +337,11 @@ private:
     int PlaceFile(const std::string& fileName);
     // StoredAmountFaults from the engine's last build of the view tables.
     void KeepAmountFaults();
-    // The generation pass after a validation pass: opens MainQuery again,
-    // building the view tables again first when another job has replaced
-    // them since. False when the engine cannot build them.
+    // The generation pass after a validation pass: reads the validation
+    // pass's rows again from MainQuery's spool; without one (the disk was
+    // full), opens MainQuery again, building the view tables again first
+    // when another job has replaced them since. False when the engine
+    // cannot build them.
     bool ReopenMainQuery();
     // The validation pass of this job opened the queries.
     bool sourcesOpen_ = false;

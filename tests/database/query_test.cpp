@@ -293,6 +293,50 @@ TEST_F(ForwardReading, OtherQueriesRunMeanwhileAndTheTableIsFreeOnceDoneOrClosed
     Exec("DROP TABLE t");
 }
 
+TEST_F(ForwardReading, ASpooledReadGivesTheSameRowsAgainWithoutRunningTheStatement) {
+    Query query(Alias);
+    query.SetForwardOnly(true);
+    query.SetSpooled(true);
+    query.SetSQL("SELECT k, name, amount, year, day FROM t ORDER BY k");
+    query.Open();
+    EXPECT_FALSE(query.Reread()) << "not read to the end yet";
+    query.Open();
+    while (!query.Eof()) query.Next();
+    query.Close();
+    // Changed behind the query: the rows read again are those read before.
+    Exec("DELETE FROM t WHERE k = 2");
+    Exec("UPDATE t SET name = 'Zed'");
+    for (int pass = 1; pass <= 2; ++pass) {
+        ASSERT_TRUE(query.Reread()) << "pass " << pass;
+        std::vector<std::string> rows;
+        for (query.First(); !query.Eof(); query.Next()) {
+            rows.push_back(query.FieldByName("k").AsString() + "|" + query.FieldByName("name").AsString() + "|" +
+                           query.FieldByName("amount").AsString() + "|" + query.FieldByName("year").AsString() + "|" +
+                           query.FieldByName("day").AsString() + "|" +
+                           (query.FieldByName("amount").IsNull() ? "null" : "value"));
+        }
+        // Types kept: 2023.0 stays a real shown as "2023", NULL stays NULL.
+        EXPECT_EQ(rows, (std::vector<std::string>{"1|Ann|1234.5|2023|2023-12-31|value", "2|Bob||||null",
+                                                  "3|Cy|0.1|7|not a date|value"}))
+            << "pass " << pass;
+    }
+
+    // A text, a parameter or another Open drops the spool.
+    query.SetParam("x", std::int64_t{1});
+    EXPECT_FALSE(query.Reread());
+    query.Open();
+    while (!query.Eof()) query.Next();
+    query.SetSQL("SELECT k FROM t");
+    EXPECT_FALSE(query.Reread());
+
+    // An empty result read is a spool of no rows.
+    query.SetSQL("SELECT k FROM t WHERE k > 10");
+    query.Open();
+    ASSERT_TRUE(query.Reread());
+    EXPECT_TRUE(query.IsEmpty());
+    EXPECT_TRUE(query.Eof());
+}
+
 // --- editing, scripts and transactions --------------------------------------
 
 class Editing : public ScratchDatabase {
