@@ -405,12 +405,15 @@ std::string HelpText(ToolCommand command) {
            "  2  bad arguments; also an unknown employer or year, a return this version cannot\n"
            "     make, a missing --user-id-type / --user-id or a User ID Type not in the list\n"
            "  3  no access: the user lacks the module's or the return's right\n"
-           "  4  the database or the submission engine failed (missing, locked or damaged file)\n"
+           "  4  the database or the submission engine failed, in whatever phase (missing,\n"
+           "     locked or damaged file, missing table or column, unreachable server, a\n"
+           "     delivery that could not be recorded)\n"
            "  5  a folder or file could not be created, read or written (--out and the report\n"
            "     directory are tried before the run starts)\n"
            "  6  stopped: a question was not answered Yes (see --yes), or the validation found\n"
            "     warnings and --proceed-with-warnings was not given\n"
-           "  7  nothing produced: no records to process, or the file could not be saved\n";
+           "  7  nothing produced: no records to process, or the file could not be saved (the\n"
+           "     message says which)\n";
 }
 
 }  // namespace iras
