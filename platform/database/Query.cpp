@@ -98,7 +98,9 @@ public:
             } else if (const auto* text = std::get_if<std::string>(&value)) {
                 const auto size = static_cast<std::uint64_t>(text->size());
                 Put('t', &size, sizeof size);
-                if (!text->empty() && std::fwrite(text->data(), 1, text->size(), file_.get()) != text->size()) failed_ = true;
+                if (!text->empty() && std::fwrite(text->data(), 1, text->size(), file_.get()) != text->size()) {
+                    failed_ = true;
+                }
             } else {
                 Put('n', nullptr, 0);
             }
@@ -230,8 +232,8 @@ struct Query::State {
 
     // What a query read forward only cannot do.
     DatabaseError Refused(const std::string& alias, const std::string& what) const {
-        return DatabaseError("The query on database alias \"" + alias + "\" reads its rows forward only and keeps none behind: " +
-                             what + " (SQL: " + Quoted() + ")");
+        return DatabaseError("The query on database alias \"" + alias +
+                             "\" reads its rows forward only and keeps none behind: " + what + " (SQL: " + Quoted() + ")");
     }
 
     // The text for a message: the first line, shortened.
