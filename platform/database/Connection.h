@@ -5,7 +5,8 @@
 // registered under its driver name, and no query changes. A driver takes the
 // payroll's SQL texts as the jobs write them and translates them for its
 // engine itself; it reads a result whole, which is what lets the query go to
-// the first and last row and know its record count.
+// the first and last row and know its record count, or, for a query read
+// forward only, hands the rows over as the statement steps.
 #pragma once
 
 #include <functional>
@@ -26,6 +27,17 @@ struct ResultColumn {
     std::string name;    // as the engine names the column of the result
     std::string table;   // the table it was read from; "" for a computed column
     std::string origin;  // its column in that table; "" for a computed column
+};
+
+// The rows of a statement handed over one at a time as the engine steps it:
+// nothing is kept behind. Read() fills row with the next row's values and
+// says whether there was one; after the last row the statement is done and
+// its resources are given back.
+class RowCursor {
+public:
+    virtual ~RowCursor() = default;
+    virtual const std::vector<ResultColumn>& Columns() const = 0;
+    virtual bool Read(std::vector<Value>& row) = 0;
 };
 
 struct ResultSet {
@@ -50,6 +62,11 @@ public:
     // finds it again; a text whose rows cannot be keyed gives no keys.
     virtual ResultSet Select(const std::string& sql, const Parameters& parameters,
                              const std::string& keyTable = "") = 0;
+
+    // Runs one statement and hands its rows over one at a time. A driver
+    // that cannot step a statement while others run on the same connection
+    // reads the result whole and hands it over row by row, dropping each.
+    virtual std::unique_ptr<RowCursor> SelectForward(const std::string& sql, const Parameters& parameters);
 
     // Runs every statement of the text in turn; the number of rows changed.
     virtual std::int64_t Execute(const std::string& sql, const Parameters& parameters) = 0;

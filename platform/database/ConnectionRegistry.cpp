@@ -35,7 +35,32 @@ Registry& TheRegistry() {
     return registry;
 }
 
+// A whole result handed over row by row, each row moved out as it goes, so
+// that the reader holds one row more than the driver read.
+class WholeResultCursor final : public RowCursor {
+public:
+    explicit WholeResultCursor(ResultSet result) : result_(std::move(result)) {}
+    const std::vector<ResultColumn>& Columns() const override { return result_.columns; }
+    bool Read(std::vector<Value>& row) override {
+        if (next_ >= result_.rows.size()) {
+            result_.rows.clear();
+            result_.rows.shrink_to_fit();
+            return false;
+        }
+        row = std::move(result_.rows[next_++]);
+        return true;
+    }
+
+private:
+    ResultSet result_;
+    std::size_t next_ = 0;
+};
+
 }  // namespace
+
+std::unique_ptr<RowCursor> Connection::SelectForward(const std::string& sql, const Parameters& parameters) {
+    return std::make_unique<WholeResultCursor>(Select(sql, parameters));
+}
 
 void RegisterDriver(const std::string& driver, DriverFactory factory) {
     Registry& registry = TheRegistry();

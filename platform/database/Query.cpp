@@ -12,6 +12,8 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
 #include <limits>
 #include <string_view>
 #include <unordered_map>
@@ -69,6 +71,108 @@ std::int64_t RoundToInteger(double value) {
     return std::llround(value);
 }
 
+// The rows of a forward read kept in a temporary file, to be read again
+// without running the statement again. Each value is a tag byte and its
+// bytes: nothing (NULL), eight bytes of an integer or a real, or a length
+// and the text. The file is removed by the system when it closes, whatever
+// ends the process.
+class RowSpool {
+public:
+    explicit RowSpool(std::vector<ResultColumn> columns) : columns_(std::move(columns)), file_(std::tmpfile()) {}
+    RowSpool(const RowSpool&) = delete;
+    RowSpool& operator=(const RowSpool&) = delete;
+
+    // False once a write has failed (a full disk): the spool is then of no use.
+    bool Usable() const { return file_ != nullptr && !failed_; }
+    bool Complete() const { return Usable() && complete_; }
+    void MarkComplete() { complete_ = true; }
+    const std::vector<ResultColumn>& Columns() const { return columns_; }
+
+    void Write(const std::vector<Value>& row) {
+        if (!Usable()) return;
+        for (const Value& value : row) {
+            if (const auto* integer = std::get_if<std::int64_t>(&value)) {
+                Put('i', integer, sizeof *integer);
+            } else if (const auto* real = std::get_if<double>(&value)) {
+                Put('r', real, sizeof *real);
+            } else if (const auto* text = std::get_if<std::string>(&value)) {
+                const auto size = static_cast<std::uint64_t>(text->size());
+                Put('t', &size, sizeof size);
+                if (!text->empty() && std::fwrite(text->data(), 1, text->size(), file_.get()) != text->size()) {
+                    failed_ = true;
+                }
+            } else {
+                Put('n', nullptr, 0);
+            }
+        }
+    }
+
+    // Hands the rows over again from the first, one at a time.
+    class Reader final : public RowCursor {
+    public:
+        explicit Reader(RowSpool& spool) : spool_(spool) {
+            std::fflush(spool_.file_.get());
+            std::rewind(spool_.file_.get());
+        }
+        const std::vector<ResultColumn>& Columns() const override { return spool_.columns_; }
+        bool Read(std::vector<Value>& row) override {
+            std::FILE* file = spool_.file_.get();
+            const int first = std::fgetc(file);
+            if (first == EOF) return false;
+            std::ungetc(first, file);
+            row.resize(spool_.columns_.size());
+            for (Value& value : row) value = Next(file);
+            return true;
+        }
+
+    private:
+        Value Next(std::FILE* file) {
+            const int tag = std::fgetc(file);
+            switch (tag) {
+                case 'i': {
+                    std::int64_t integer = 0;
+                    Get(file, &integer, sizeof integer);
+                    return integer;
+                }
+                case 'r': {
+                    double real = 0;
+                    Get(file, &real, sizeof real);
+                    return real;
+                }
+                case 't': {
+                    std::uint64_t size = 0;
+                    Get(file, &size, sizeof size);
+                    std::string text(static_cast<std::size_t>(size), '\0');
+                    Get(file, text.data(), text.size());
+                    return text;
+                }
+                case 'n': return std::monostate{};
+                default: throw DatabaseError("The rows kept in a temporary file to be read again cannot be read back.");
+            }
+        }
+        static void Get(std::FILE* file, void* data, std::size_t size) {
+            if (size != 0 && std::fread(data, 1, size, file) != size) {
+                throw DatabaseError("The rows kept in a temporary file to be read again cannot be read back.");
+            }
+        }
+        RowSpool& spool_;
+    };
+
+private:
+    void Put(char tag, const void* data, std::size_t size) {
+        if (std::fputc(tag, file_.get()) == EOF) failed_ = true;
+        if (size != 0 && std::fwrite(data, 1, size, file_.get()) != size) failed_ = true;
+    }
+
+    struct Closer {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+    std::vector<ResultColumn> columns_;
+    std::unique_ptr<std::FILE, Closer> file_;
+    bool failed_ = false;
+    bool complete_ = false;
+};
+
 }  // namespace
 
 struct Query::State {
@@ -76,11 +180,22 @@ struct Query::State {
     Parameters parameters;
 
     bool active = false;
+    bool forwardOnly = false;
+    bool spooled = false;
+    bool moved = false;  // forward only: Next() has left the first row
     ResultSet result;
     std::unordered_map<std::string, std::size_t, FoldedHash, FoldedEqual> index;  // name -> its first column
     std::size_t row = 0;
     bool eof = true;
     std::shared_ptr<Connection> connection;
+    // A spooled query: the rows of its last read, and whether the rows being
+    // read now go to it (not when they come from it).
+    std::unique_ptr<RowSpool> spool;
+    bool spooling = false;
+    // Forward only: the rows still to come (declared after the connection
+    // and the spool, so that it goes first), and the row being read in.
+    std::unique_ptr<RowCursor> cursor;
+    std::vector<Value> incoming;
     std::string table;  // the one table of an editable result; "" otherwise
 
     bool editing = false;
@@ -115,6 +230,12 @@ struct Query::State {
         return text;
     }
 
+    // What a query read forward only cannot do.
+    DatabaseError Refused(const std::string& alias, const std::string& what) const {
+        return DatabaseError("The query on database alias \"" + alias +
+                             "\" reads its rows forward only and keeps none behind: " + what + " (SQL: " + Quoted() + ")");
+    }
+
     // The text for a message: the first line, shortened.
     std::string Quoted() const {
         std::string text = Text();
@@ -141,16 +262,19 @@ Query& Query::operator=(Query&&) noexcept = default;
 
 void Query::ClearSQL() {
     Close();
+    StateOf(state_).spool.reset();
     StateOf(state_).lines.clear();
 }
 
 void Query::SetSQL(const std::string& text) {
     Close();
+    StateOf(state_).spool.reset();
     StateOf(state_).lines = {text};
 }
 
 void Query::AddSQL(const std::string& line) {
     Close();
+    StateOf(state_).spool.reset();
     StateOf(state_).lines.push_back(line);
 }
 
@@ -158,6 +282,7 @@ std::string Query::SQLText() const { return state_ ? state_->Text() : std::strin
 
 void Query::SetParam(const std::string& name, Value value) {
     State& state = StateOf(state_);
+    state.spool.reset();
     const std::string key = name.starts_with(":") ? name.substr(1) : name;
     for (auto& [existing, current] : state.parameters) {
         if (SameIgnoringCase(existing, key)) {
@@ -173,6 +298,17 @@ void Query::Open() {
     Close();
     const std::string text = state.TextToRun(alias_, "query");
     std::shared_ptr<Connection> connection = ConnectionRegistry::Get(alias_);
+    if (state.forwardOnly) {
+        state.spool.reset();
+        std::unique_ptr<RowCursor> cursor = connection->SelectForward(text, state.parameters);
+        if (state.spooled) {
+            state.spool = std::make_unique<RowSpool>(cursor->Columns());
+            state.spooling = true;
+        }
+        state.connection = std::move(connection);
+        StartForward(state, std::move(cursor));
+        return;
+    }
     const std::optional<std::string> table = SingleSourceTable(text);
     ResultSet result = connection->Select(text, state.parameters, table.value_or(""));
     state.table = table && !result.rowKeys.empty() ? *table : "";
@@ -187,6 +323,32 @@ void Query::Open() {
     state.eof = state.result.rows.empty();
 }
 
+void Query::StartForward(State& state, std::unique_ptr<RowCursor> cursor) {
+    state.result.columns = cursor->Columns();
+    std::vector<Value> row;
+    if (cursor->Read(row)) {
+        if (state.spooling) state.spool->Write(row);
+        state.result.rows.push_back(std::move(row));
+        state.cursor = std::move(cursor);
+    } else if (state.spooling) {
+        state.spool->MarkComplete();
+        state.spooling = false;
+    }
+    for (std::size_t c = 0; c < state.result.columns.size(); ++c) state.index.emplace(state.result.columns[c].name, c);
+    state.active = true;
+    state.moved = false;
+    state.row = 0;
+    state.eof = state.result.rows.empty();
+}
+
+bool Query::Reread() {
+    State& state = StateOf(state_);
+    if (!state.spool || !state.spool->Complete()) return false;
+    Close();
+    StartForward(state, std::make_unique<RowSpool::Reader>(*state.spool));
+    return true;
+}
+
 void Query::ExecSQL() {
     State& state = StateOf(state_);
     Close();
@@ -199,6 +361,12 @@ void Query::Close() {
     State& state = *state_;
     state.active = false;
     state.editing = false;
+    state.cursor.reset();
+    state.spooling = false;
+    // A spool that does not hold every row is of no use.
+    if (state.spool && !state.spool->Complete()) state.spool.reset();
+    state.incoming.clear();
+    state.moved = false;
     state.result = ResultSet{};
     state.index.clear();
     state.row = 0;
@@ -209,9 +377,22 @@ void Query::Close() {
 
 bool Query::Active() const { return state_ && state_->active; }
 
+void Query::SetForwardOnly(bool forwardOnly) { StateOf(state_).forwardOnly = forwardOnly; }
+
+void Query::SetSpooled(bool spooled) {
+    State& state = StateOf(state_);
+    state.spooled = spooled;
+    if (!spooled) state.spool.reset();
+}
+
+bool Query::ForwardOnly() const { return state_ && state_->forwardOnly; }
+
 void Query::First() {
     State& state = StateOf(state_);
     if (state.editing) Post();
+    if (state.active && state.forwardOnly && state.moved) {
+        throw state.Refused(alias_, "it cannot go back to its first row; open it again to read the rows again.");
+    }
     state.row = 0;
     state.eof = !state.active || state.result.rows.empty();
 }
@@ -220,6 +401,19 @@ void Query::Next() {
     State& state = StateOf(state_);
     if (state.editing) Post();
     if (state.eof) return;
+    if (state.forwardOnly) {
+        state.moved = true;
+        if (state.cursor && state.cursor->Read(state.incoming)) {
+            state.result.rows.front().swap(state.incoming);
+            if (state.spooling) state.spool->Write(state.result.rows.front());
+        } else {
+            state.cursor.reset();
+            if (state.spooling) state.spool->MarkComplete();
+            state.spooling = false;
+            state.eof = true;  // stays on the last row
+        }
+        return;
+    }
     if (state.row + 1 < state.result.rows.size()) {
         ++state.row;
     } else {
@@ -230,6 +424,7 @@ void Query::Next() {
 void Query::Last() {
     State& state = StateOf(state_);
     if (state.editing) Post();
+    if (state.active && state.forwardOnly) throw state.Refused(alias_, "it cannot go to its last row.");
     const bool empty = !state.active || state.result.rows.empty();
     state.row = empty ? 0 : state.result.rows.size() - 1;
     state.eof = empty;
@@ -238,6 +433,9 @@ void Query::Last() {
 void Query::MoveTo(int row) {
     State& state = StateOf(state_);
     if (state.editing) Post();
+    if (state.active && state.forwardOnly) {
+        throw state.Refused(alias_, "it cannot go straight to row " + std::to_string(row) + ".");
+    }
     if (!state.active || row < 0 || static_cast<std::size_t>(row) >= state.result.rows.size()) {
         Last();  // the payroll's cursor stays on the last row at the end
         state.eof = true;
@@ -252,6 +450,9 @@ bool Query::Eof() const { return !state_ || state_->eof; }
 bool Query::IsEmpty() const { return !Active() || state_->result.rows.empty(); }
 
 int Query::RecordCount() const {
+    if (Active() && state_->forwardOnly) {
+        throw state_->Refused(alias_, "the number of its rows is not known before they are read.");
+    }
     return Active() ? static_cast<int>(state_->result.rows.size()) : 0;
 }
 
@@ -287,6 +488,7 @@ void Query::Edit() {
         throw DatabaseError("The query on database alias \"" + alias_ + "\" is not open, so it cannot be edited (SQL: " +
                             state.Quoted() + ")");
     }
+    if (state.forwardOnly) throw state.Refused(alias_, "its rows cannot be edited.");
     if (state.table.empty()) {
         throw DatabaseError("The result of this query cannot be edited: it does not read the rows of one table (SQL: " +
                             state.Quoted() + ")");

@@ -10,7 +10,9 @@
 // interface.
 //
 // A result is read whole when the query opens, so the cursor can go to the
-// first and last row and the record count is known. Cursor rules are the
+// first and last row and the record count is known; a query set to read
+// forward only instead holds one row at a time, whatever the size of the
+// result (see SetForwardOnly). Cursor rules are the
 // payroll's: Next() on the last row sets Eof() and stays on that row; First()
 // and Last() clear Eof() unless there is no row. A column name that appears
 // twice in a join (both sides of "A JOIN B" carry PersonalSysId) resolves to
@@ -47,6 +49,7 @@ using Value = std::variant<std::monostate, std::int64_t, double, std::string>;
 
 class Query;
 class Connection;
+class RowCursor;
 
 // A column of the query's current row. NULL reads as "", 0, 0.0 or the empty
 // date, never as an error.
@@ -93,6 +96,26 @@ public:
     // A named parameter of the text, ":YEEmployerId" set as "YEEmployerId".
     void SetParam(const std::string& name, Value value);
 
+    // Forward only: the rows are handed over one at a time as the database
+    // steps the statement, and none is kept once the cursor has left it, so
+    // that an employer of any size costs the reader one row. First() is
+    // allowed until the first Next(), Next() and Eof() as ever; what needs
+    // the whole result (going back, Last, MoveTo, RecordCount, Edit) throws
+    // DatabaseError. Takes effect at the next Open().
+    void SetForwardOnly(bool forwardOnly);
+    bool ForwardOnly() const;
+    // Spooled (forward only): each row read goes on to a temporary file as
+    // well, so that Reread() can hand the same rows over again, forward
+    // only, without running the statement again; the validation pass's
+    // employees are the generation pass's. The spool stays through Close()
+    // once the rows were read to the end; a new text, parameter or Open()
+    // drops it.
+    void SetSpooled(bool spooled);
+    // Opens the query on the rows of its last read, from its spool; false
+    // (nothing changed) when that read did not reach its end or its spool
+    // could not be written (a full disk).
+    bool Reread();
+
     void Open();     // runs the text and reads the rows; throws DatabaseError
     void ExecSQL();  // runs a statement without rows (UPDATE, CREATE TABLE ...)
     void Close();
@@ -122,6 +145,7 @@ public:
 
 private:
     friend class Field;
+    static void StartForward(State& state, std::unique_ptr<RowCursor> cursor);
     std::string alias_;
     std::unique_ptr<State> state_;
 };

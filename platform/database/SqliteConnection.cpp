@@ -40,34 +40,12 @@ public:
 
     ResultSet Select(const std::string& sql, const Parameters& parameters, const std::string& keyTable) override {
         std::lock_guard lock(mutex_);
-        const std::string translated = Translate(sql);
-        StatementPtr statement;
-        const char* tail = nullptr;
         bool keyed = false;
-        // A view or a table without row ids cannot be keyed; then the result
-        // is read as it is, and Edit refuses it.
-        const std::string withKey =
-            keyTable.empty() ? std::string() : WithTrailingColumn(translated, std::string("rowid AS ") + RowKeyColumn);
-        if (!withKey.empty() && withKey != translated) {
-            statement = TryPrepare(withKey, &tail);
-            keyed = statement != nullptr;
-        }
-        if (!statement) statement = Prepare(translated, sql, &tail);
-        if (!OnlyBlanks(tail)) {
-            throw DatabaseError(Describe(SQLITE_MISUSE, "a query that reads rows holds one statement only", sql));
-        }
-        Bind(statement.get(), parameters, sql);
-
+        StatementPtr statement = PrepareSelect(sql, parameters, keyTable, &keyed);
         ResultSet result;
         // The row key, when asked for, is the last column.
         const int columnCount = sqlite3_column_count(statement.get()) - (keyed ? 1 : 0);
-        for (int c = 0; c < columnCount; ++c) {
-            ResultColumn column;
-            column.name = sqlite3_column_name(statement.get(), c);
-            if (const char* table = sqlite3_column_table_name(statement.get(), c)) column.table = table;
-            if (const char* origin = sqlite3_column_origin_name(statement.get(), c)) column.origin = origin;
-            result.columns.push_back(std::move(column));
-        }
+        result.columns = ColumnsOf(statement.get(), columnCount);
         for (;;) {
             const int rc = sqlite3_step(statement.get());
             if (rc == SQLITE_DONE) break;
@@ -79,6 +57,18 @@ public:
             if (keyed) result.rowKeys.push_back(ColumnValue(statement.get(), columnCount));
         }
         return result;
+    }
+
+    // SQLite steps one statement while others run on the same connection
+    // (the section queries of each employee, the look-up functions), so the
+    // rows come straight from the statement.
+    std::unique_ptr<RowCursor> SelectForward(const std::string& sql, const Parameters& parameters) override {
+        std::lock_guard lock(mutex_);
+        bool keyed = false;
+        StatementPtr statement = PrepareSelect(sql, parameters, "", &keyed);
+        const int columnCount = sqlite3_column_count(statement.get());
+        std::vector<ResultColumn> columns = ColumnsOf(statement.get(), columnCount);
+        return std::make_unique<Cursor>(*this, std::move(statement), std::move(columns), sql);
     }
 
     std::int64_t Execute(const std::string& sql, const Parameters& parameters) override {
@@ -143,6 +133,82 @@ public:
     }
 
 private:
+    class Cursor final : public RowCursor {
+    public:
+        Cursor(SqliteConnection& connection, StatementPtr statement, std::vector<ResultColumn> columns,
+               std::string sql)
+            : connection_(connection), statement_(std::move(statement)), columns_(std::move(columns)),
+              sql_(std::move(sql)) {}
+        ~Cursor() override {
+            std::lock_guard lock(connection_.mutex_);
+            statement_.reset();
+        }
+        const std::vector<ResultColumn>& Columns() const override { return columns_; }
+        bool Read(std::vector<Value>& row) override {
+            std::lock_guard lock(connection_.mutex_);
+            if (!statement_) return false;
+            const int rc = sqlite3_step(statement_.get());
+            if (rc == SQLITE_DONE) {
+                // Done: the statement goes now, so that it holds no lock
+                // while the reader writes (the submission after the records).
+                statement_.reset();
+                return false;
+            }
+            if (rc != SQLITE_ROW) {
+                const DatabaseError error = connection_.Failure(rc, sql_);
+                statement_.reset();
+                throw error;
+            }
+            const int count = static_cast<int>(columns_.size());
+            row.resize(columns_.size());
+            for (int c = 0; c < count; ++c) row[static_cast<std::size_t>(c)] = ColumnValue(statement_.get(), c);
+            return true;
+        }
+
+    private:
+        SqliteConnection& connection_;
+        StatementPtr statement_;
+        std::vector<ResultColumn> columns_;
+        std::string sql_;
+    };
+
+    // The statement of a select, its parameters bound. With keyTable set,
+    // the row key is asked for as one more, last column where the text allows
+    // it; keyed says whether it was.
+    StatementPtr PrepareSelect(const std::string& sql, const Parameters& parameters, const std::string& keyTable,
+                               bool* keyed) {
+        const std::string translated = Translate(sql);
+        StatementPtr statement;
+        const char* tail = nullptr;
+        *keyed = false;
+        // A view or a table without row ids cannot be keyed; then the result
+        // is read as it is, and Edit refuses it.
+        const std::string withKey =
+            keyTable.empty() ? std::string() : WithTrailingColumn(translated, std::string("rowid AS ") + RowKeyColumn);
+        if (!withKey.empty() && withKey != translated) {
+            statement = TryPrepare(withKey, &tail);
+            *keyed = statement != nullptr;
+        }
+        if (!statement) statement = Prepare(translated, sql, &tail);
+        if (!OnlyBlanks(tail)) {
+            throw DatabaseError(Describe(SQLITE_MISUSE, "a query that reads rows holds one statement only", sql));
+        }
+        Bind(statement.get(), parameters, sql);
+        return statement;
+    }
+
+    static std::vector<ResultColumn> ColumnsOf(sqlite3_stmt* statement, int columnCount) {
+        std::vector<ResultColumn> columns;
+        for (int c = 0; c < columnCount; ++c) {
+            ResultColumn column;
+            column.name = sqlite3_column_name(statement, c);
+            if (const char* table = sqlite3_column_table_name(statement, c)) column.table = table;
+            if (const char* origin = sqlite3_column_origin_name(statement, c)) column.origin = origin;
+            columns.push_back(std::move(column));
+        }
+        return columns;
+    }
+
     void OpenFile() {
         namespace fs = std::filesystem;
         const std::string& location = config_.location;

@@ -369,7 +369,10 @@ int ReferenceEngine::BuildViews(const char* call, Views kind) {
             for (const auto& column : table.columns)
                 if (column.amount) amounts += ", " + QuoteName(column.name);
             if (!amounts.empty()) {
+                // Read a row at a time: an employer's rows held whole
+                // would cost more than the rest of the run.
                 db::Query rows(alias_);
+                rows.SetForwardOnly(true);
                 rows.SetSQL("SELECT PersonalSysId" + amounts + " FROM " + QuoteName(table.name) +
                             " WHERE YEYear = :Year" + TypeFilter(table) + " AND PersonalSysId IN (SELECT PersonalSysId FROM " +
                             employeeView + ") ORDER BY PersonalSysId");

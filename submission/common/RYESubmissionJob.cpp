@@ -5,6 +5,8 @@
 #include "submission/common/RYESubmissionJob.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -49,7 +51,13 @@ RYESubmissionJob::RYESubmissionJob(BQueryViewTable* context, IRASSubmissionParam
       EmployerQuery("kovadb"),
       MainQuery("kovadb"),
       RunFolder(std::move(runFolder)),
-      CopyFolder(std::move(copyFolder)) {}
+      CopyFolder(std::move(copyFolder)) {
+    // An employer's employees are read one at a time, never held whole:
+    // the memory of a run does not grow with the employer. The validation
+    // pass keeps them in a temporary file for the generation pass.
+    MainQuery.SetForwardOnly(true);
+    MainQuery.SetSpooled(true);
+}
 
 RYESubmissionJob::~RYESubmissionJob() = default;
 
@@ -192,8 +200,20 @@ void RYESubmissionJob::OpenEmployerQuery(const std::string& sqlBeforeId) {
     EmployerQuery.Open();
 }
 
+namespace {
+
+// How many times a job of this process has built the view tables. The view
+// tables are the session user's, one set for every return: a job whose
+// build is no longer the last one (the "All" run validates every return
+// before it generates any) builds its own again before it reads them again.
+std::atomic<std::uint64_t> viewTableBuilds{0};
+
+}  // namespace
+
 int RYESubmissionJob::GenerateViewTables(const std::string& submissionType, int year) {
     if (!Engine) return 0;
+    viewSubmissionType_ = submissionType;
+    viewBuild_ = 0;
     Engine->SetYEYear(year);
     Engine->SetYEEmployerId(Params.employerId);
     Engine->SetYESubmissionType(submissionType);
@@ -202,7 +222,10 @@ int RYESubmissionJob::GenerateViewTables(const std::string& submissionType, int 
     Engine->SetSubmitUserIDType(Params.submitUserIdType);
     Engine->SetSubmitUserID(Params.submitUserId);
     Engine->SetSubmitReportPath(RunFolder);
-    return source_ == RecordSource::Submitted ? Engine->GenerateSubmittedViewTables() : Engine->GenerateViewTables();
+    const int built =
+        source_ == RecordSource::Submitted ? Engine->GenerateSubmittedViewTables() : Engine->GenerateViewTables();
+    if (built != 0) viewBuild_ = ++viewTableBuilds;
+    return built;
 }
 
 int RYESubmissionJob::OpenSources(const std::string& employerSqlBeforeId, const std::string& submissionType,
@@ -221,13 +244,39 @@ int RYESubmissionJob::OpenSources(const std::string& employerSqlBeforeId, const 
         }
         return 0;
     }
+    KeepAmountFaults();
+    return 1;
+}
+
+void RYESubmissionJob::KeepAmountFaults() {
     StoredAmountFaults.clear();
     if (Engine) {
         for (const auto& fault : Engine->AmountFaults()) {
             StoredAmountFaults[std::to_string(fault.personalSysId)].push_back(fault);
         }
     }
-    return 1;
+}
+
+bool RYESubmissionJob::ReopenMainQuery() {
+    // The rows the validation pass read, from their spool: neither the view
+    // tables nor the query are made again.
+    if (MainQuery.Reread()) return true;
+    if (viewBuild_ == 0 || viewBuild_ != viewTableBuilds) {
+        // Another job has replaced the view tables since this one read them:
+        // the same build again gives the rows the validation pass saw (the
+        // submissions of the other returns change only their own rows).
+        if (GenerateViewTables(viewSubmissionType_, Params.year) == 0) {
+            if (Engine) {
+                if (const std::string fault = Engine->LastDatabaseFault(); !fault.empty()) {
+                    throw db::DatabaseError(fault);
+                }
+            }
+            return false;
+        }
+        KeepAmountFaults();
+    }
+    MainQuery.Open();
+    return true;
 }
 
 std::string RYESubmissionJob::ViewName(const std::string& baseName) const {
@@ -510,6 +559,9 @@ int RYESubmissionJob::RunPass(const std::string& title, const std::string& failu
         WriteAllMemo(failure + "an unexpected failure.");
         result = 0;
     }
+    // The employee query is read again by the next pass; an unfinished
+    // statement would hold the database meanwhile.
+    MainQuery.Close();
     if (shape.blankLinesAroundEnd) WriteAllMemo("");
     WriteAllMemo("End Date and Time: " + NowText());
     if (shape.blankLinesAroundEnd) WriteAllMemo("");
@@ -532,11 +584,13 @@ int RYESubmissionJob::RunValidation() {
 int RYESubmissionJob::ValidationPass() {
     const JobTexts& texts = Texts();
     const JobLogShape& shape = LogShape();
+    sourcesOpen_ = false;
     if (RefreshQuery() == 0) {
         WriteAllMemo("");
         WriteAllMemo("The data of the return could not be prepared. No file is created.");
         return 0;
     }
+    sourcesOpen_ = true;
     WarnLeftOutEmployees();
     if (MainQuery.IsEmpty() && !shape.detailBannerWithoutEmployees) return Params.check ? 1 : 0;
 
@@ -639,9 +693,14 @@ int RYESubmissionJob::GenerationPass() {
     Output->SetZeroAsNA(0);
     Output->SetFixedWidth(FixedWidthRecords());
     // A generation pass on its own (no validation pass before it in this
-    // job) opens the queries itself.
+    // job) opens the queries itself; after one, it reads the employees
+    // again from the same view tables.
     bool ready = true;
-    if (RefreshBeforeGeneration() || !MainQuery.Active()) ready = RefreshQuery() != 0;
+    if (RefreshBeforeGeneration() || !sourcesOpen_) {
+        ready = RefreshQuery() != 0;
+    } else {
+        ready = ReopenMainQuery();
+    }
     if (ready) WarnLeftOutEmployees();
 
     if (!ready) {

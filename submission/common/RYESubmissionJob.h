@@ -9,6 +9,7 @@
 // code, it does not copy the drivers.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -334,6 +335,20 @@ protected:
 
 private:
     int PlaceFile(const std::string& fileName);
+    // StoredAmountFaults from the engine's last build of the view tables.
+    void KeepAmountFaults();
+    // The generation pass after a validation pass: reads the validation
+    // pass's rows again from MainQuery's spool; without one (the disk was
+    // full), opens MainQuery again, building the view tables again first
+    // when another job has replaced them since. False when the engine
+    // cannot build them.
+    bool ReopenMainQuery();
+    // The validation pass of this job opened the queries.
+    bool sourcesOpen_ = false;
+    // The submission type of this job's view tables, and which build of the
+    // process they are (0: none).
+    std::string viewSubmissionType_;
+    std::uint64_t viewBuild_ = 0;
     // BuildRecords: where the view tables come from, and that the generation
     // pass stops once the records are built.
     RecordSource source_ = RecordSource::Live;

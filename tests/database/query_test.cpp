@@ -8,6 +8,8 @@
 #include <sqlite3.h>
 
 #include <chrono>
+#include <cstdint>
+#include <functional>
 #include <fstream>
 #include <tuple>
 
@@ -185,6 +187,154 @@ TEST_F(Reading, QuoteInAParameterNeitherBreaksNorAltersTheQuery) {
     EXPECT_TRUE(query.IsEmpty());
     EXPECT_EQ(Scalar("SELECT count(*) AS n FROM YEEmployer"), "2");
     EXPECT_THAT(ErrorOf([this] { Open("SELECT * FROM t WHERE k = :PersonalSysId"); }), HasSubstr(":PersonalSysId"));
+}
+
+// --- reading forward only ---------------------------------------------------
+
+class ForwardReading : public Reading {
+protected:
+    Query OpenForward(const std::string& sql) {
+        Query query(Alias);
+        query.SetForwardOnly(true);
+        query.SetSQL(sql);
+        query.Open();
+        return query;
+    }
+};
+
+TEST_F(ForwardReading, RowsComeOnceInOrderAndEofStaysOnTheLastRow) {
+    Query query = OpenForward("SELECT k, name FROM t ORDER BY k DESC");
+    EXPECT_FALSE(query.IsEmpty());
+    std::vector<std::string> names;
+    for (query.First(); !query.Eof(); query.Next()) names.push_back(query.FieldByName("name").AsString());
+    EXPECT_EQ(names, (std::vector<std::string>{"Cy", "Bob", "Ann"}));
+    // Next() at the end changes nothing: the last row is still readable.
+    query.Next();
+    EXPECT_TRUE(query.Eof());
+    EXPECT_EQ(query.FieldByName("k").AsInteger(), 1);
+    EXPECT_EQ(query.FieldByName("name").AsString(), "Ann");
+
+    // Opened again, it reads the rows again from the first (the generation
+    // pass after the validation pass).
+    query.Open();
+    EXPECT_EQ(iras::db::testing::Column(query, "k"), (std::vector<std::string>{"3", "2", "1"}));
+
+    Query empty = OpenForward("SELECT k, name FROM t WHERE k > 10");
+    EXPECT_TRUE(empty.IsEmpty());
+    EXPECT_TRUE(empty.Eof());
+    empty.First();
+    empty.Next();
+    EXPECT_TRUE(empty.Eof());
+    EXPECT_TRUE(empty.FieldByName("name").IsNull());
+}
+
+TEST_F(ForwardReading, RowsAreReadAsTheStatementStepsNotAtOpen) {
+    // The fourth row overflows (abs of the smallest integer): a query read
+    // whole fails at Open; one read forward gives three rows first.
+    const std::string sql =
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5) "
+        "SELECT CASE WHEN i < 4 THEN i ELSE abs(-9223372036854775807 - 1) END AS v FROM n";
+    EXPECT_THAT(ErrorOf([&] { Open(sql); }), HasSubstr("overflow"));
+    Query query = OpenForward(sql);
+    std::vector<std::int64_t> seen;
+    const std::string error = ErrorOf([&] {
+        for (query.First(); !query.Eof(); query.Next()) seen.push_back(query.FieldByName("v").AsInteger());
+    });
+    EXPECT_EQ(seen, (std::vector<std::int64_t>{1, 2, 3}));
+    EXPECT_THAT(error, HasSubstr("overflow"));
+}
+
+TEST_F(ForwardReading, WhatNeedsTheWholeResultIsRefusedWithTheQueryNamed) {
+    struct Case {
+        const char* what;
+        int nexts;  // Next() calls before the call
+        std::function<void(Query&)> call;
+    };
+    const Case cases[] = {
+        {"Last", 0, [](Query& q) { q.Last(); }},
+        {"MoveTo first row", 0, [](Query& q) { q.MoveTo(0); }},
+        {"MoveTo later row", 0, [](Query& q) { q.MoveTo(2); }},
+        {"RecordCount", 0, [](Query& q) { (void)q.RecordCount(); }},
+        {"Edit", 0, [](Query& q) { q.Edit(); }},
+        {"First after Next", 1, [](Query& q) { q.First(); }},
+        {"First at the end", 3, [](Query& q) { q.First(); }},
+    };
+    for (const Case& c : cases) {
+        Query query = OpenForward("SELECT * FROM t ORDER BY k");
+        for (int k = 0; k < c.nexts; ++k) query.Next();
+        EXPECT_THAT(ErrorOf([&] { c.call(query); }),
+                    AllOf(HasSubstr("forward only"), HasSubstr("SELECT * FROM t ORDER BY k")))
+            << c.what;
+    }
+    // First() before any Next() is the start of every read, not going back.
+    Query query = OpenForward("SELECT k FROM t ORDER BY k");
+    query.First();
+    query.First();
+    EXPECT_EQ(query.FieldByName("k").AsInteger(), 1);
+}
+
+TEST_F(ForwardReading, OtherQueriesRunMeanwhileAndTheTableIsFreeOnceDoneOrClosed) {
+    // Look-ups on the same database while the rows are read (the section
+    // queries of each employee).
+    Query query = OpenForward("SELECT k FROM t ORDER BY k");
+    std::vector<std::string> names;
+    for (query.First(); !query.Eof(); query.Next()) {
+        names.push_back(Scalar("SELECT name FROM t WHERE k = " + query.FieldByName("k").AsString()));
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"Ann", "Bob", "Cy"}));
+    // Read to the end, the statement holds nothing: the table can be
+    // replaced, as the engine replaces the view tables between two passes.
+    Exec("DROP TABLE t");
+    Run("CREATE TABLE t (k INTEGER); INSERT INTO t VALUES (7), (8);");
+
+    Query halfway = OpenForward("SELECT k FROM t ORDER BY k");
+    EXPECT_EQ(halfway.FieldByName("k").AsInteger(), 7);
+    halfway.Close();
+    Exec("DROP TABLE t");
+}
+
+TEST_F(ForwardReading, ASpooledReadGivesTheSameRowsAgainWithoutRunningTheStatement) {
+    Query query(Alias);
+    query.SetForwardOnly(true);
+    query.SetSpooled(true);
+    query.SetSQL("SELECT k, name, amount, year, day FROM t ORDER BY k");
+    query.Open();
+    EXPECT_FALSE(query.Reread()) << "not read to the end yet";
+    query.Open();
+    while (!query.Eof()) query.Next();
+    query.Close();
+    // Changed behind the query: the rows read again are those read before.
+    Exec("DELETE FROM t WHERE k = 2");
+    Exec("UPDATE t SET name = 'Zed'");
+    for (int pass = 1; pass <= 2; ++pass) {
+        ASSERT_TRUE(query.Reread()) << "pass " << pass;
+        std::vector<std::string> rows;
+        for (query.First(); !query.Eof(); query.Next()) {
+            rows.push_back(query.FieldByName("k").AsString() + "|" + query.FieldByName("name").AsString() + "|" +
+                           query.FieldByName("amount").AsString() + "|" + query.FieldByName("year").AsString() + "|" +
+                           query.FieldByName("day").AsString() + "|" +
+                           (query.FieldByName("amount").IsNull() ? "null" : "value"));
+        }
+        // Types kept: 2023.0 stays a real shown as "2023", NULL stays NULL.
+        EXPECT_EQ(rows, (std::vector<std::string>{"1|Ann|1234.5|2023|2023-12-31|value", "2|Bob||||null",
+                                                  "3|Cy|0.1|7|not a date|value"}))
+            << "pass " << pass;
+    }
+
+    // A text, a parameter or another Open drops the spool.
+    query.SetParam("x", std::int64_t{1});
+    EXPECT_FALSE(query.Reread());
+    query.Open();
+    while (!query.Eof()) query.Next();
+    query.SetSQL("SELECT k FROM t");
+    EXPECT_FALSE(query.Reread());
+
+    // An empty result read is a spool of no rows.
+    query.SetSQL("SELECT k FROM t WHERE k > 10");
+    query.Open();
+    ASSERT_TRUE(query.Reread());
+    EXPECT_TRUE(query.IsEmpty());
+    EXPECT_TRUE(query.Eof());
 }
 
 // --- editing, scripts and transactions --------------------------------------

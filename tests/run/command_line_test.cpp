@@ -211,6 +211,14 @@ TEST_F(SampleDatabaseTool, GenerateAllWritesCleanFilesTheSummaryAndTheLogs) {
         ASSERT_TRUE(fs::exists(folder_ / "out" / name));
         EXPECT_FALSE(CheckAisFile(folder_ / "out" / name).HasErrors());
     }
+    // The current and the supplementary IR8A read one view table, which the
+    // supplementary return's validation replaces before the current one is
+    // generated: each file still holds its own employees (the sample employer
+    // has 40 current IR8A rows for 2024 and 2 supplementary ones, T0123456G
+    // and S9912345A), not the other return's.
+    EXPECT_EQ(CheckAisFile(current).detailRecords, 40);
+    EXPECT_NE(ReadFile(current).find("1S8029772F   Ang Choon Seng"), std::string::npos);
+    EXPECT_EQ(CheckAisFile(folder_ / "out" / "SUP_Submission(O).txt").detailRecords, 2);
     EXPECT_EQ(out_.str().find("No Records to be processed."), std::string::npos);
     const fs::path report = folder_ / "report";
     EXPECT_TRUE(Said("Summary file: " + (report / "IRASSummaryFile.txt").string()));
