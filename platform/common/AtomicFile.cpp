@@ -78,18 +78,14 @@ fs::path KilledLogPath(const fs::path& folder, const std::string& target, pid_t 
     return kept;
 }
 
-// Each folder is cleaned once per process, before this process's first
-// temporary file there.
-void CleanOnce(const fs::path& folder) {
+// Marks folder as cleaned in this process; false when it already was.
+bool MarkCleaned(const fs::path& folder) {
     static std::mutex guard;
     static std::set<fs::path> cleaned;
     std::error_code error;
     const fs::path key = fs::weakly_canonical(folder, error);
-    {
-        const std::lock_guard<std::mutex> lock(guard);
-        if (!cleaned.insert(error ? folder : key).second) return;
-    }
-    RemoveStaleTemporaryFiles(folder);
+    const std::lock_guard<std::mutex> lock(guard);
+    return cleaned.insert(error ? folder : key).second;
 }
 
 }  // namespace
@@ -98,7 +94,9 @@ fs::path TemporaryPathBeside(const fs::path& target, TemporaryKind kind) {
     static std::atomic<unsigned> counter{0};
     fs::path folder = target.parent_path();
     if (folder.empty()) folder = ".";
-    CleanOnce(folder);
+    // Each folder is cleaned once per process, before this process's first
+    // temporary file there (unless its caller cleaned it already).
+    if (MarkCleaned(folder)) RemoveStaleTemporaryFiles(folder);
     return folder / (std::string(PrefixOf(kind)) + std::to_string(::getpid()) + "-" +
                      std::to_string(counter.fetch_add(1)) + "-" + target.filename().string());
 }
@@ -106,6 +104,7 @@ fs::path TemporaryPathBeside(const fs::path& target, TemporaryKind kind) {
 void SetFileFaultForTesting(FileFaultHook hook) { FaultHook() = std::move(hook); }
 
 StaleTemporaryFiles RemoveStaleTemporaryFiles(const fs::path& folder) {
+    MarkCleaned(folder);
     StaleTemporaryFiles stale;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {

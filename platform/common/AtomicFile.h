@@ -53,7 +53,8 @@ struct StaleTemporaryFiles {
 // id, and a file of a live process (a run going on beside this one) is never
 // touched. A killed run's scratch files are removed; its logs are kept under a
 // visible name beside the log ("IRASSubmissionLogFile-killed-4711.txt"), so
-// that the next run neither loses them nor leaves them hidden.
+// that the next run neither loses them nor leaves them hidden. A folder
+// cleaned so is not cleaned again by TemporaryPathBeside in this process.
 StaleTemporaryFiles RemoveStaleTemporaryFiles(const std::filesystem::path& folder);
 
 // Writes to target what write puts into the stream (a stream error counts as
