@@ -308,6 +308,12 @@ int ReferenceEngine::Fail(const std::string& message) {
     return 0;
 }
 
+int ReferenceEngine::FailDatabase(const std::string& message) {
+    Fail(message);
+    lastDatabaseFault_ = lastError_;
+    return 0;
+}
+
 int ReferenceEngine::BasisYear() const { return type_ == "SupIR8A" ? year_ - 1 : year_; }
 
 bool ReferenceEngine::CheckSetUp(const char* call, bool needType) {
@@ -379,13 +385,15 @@ int ReferenceEngine::BuildViews(const char* call, Views kind) {
                 rows.SetParam("Year", std::int64_t{year_});
                 if (table.typed) rows.SetParam("Type", type_);
                 rows.Open();
+                // The columns are found by name once, not on every row.
+                const db::Field person = rows.FieldByName("PersonalSysId");
+                std::vector<std::pair<std::string, db::Field>> fields;
+                for (const auto& column : table.columns)
+                    if (column.amount) fields.emplace_back(column.name, rows.FieldByName(column.name));
                 for (rows.First(); !rows.IsEmpty() && !rows.Eof(); rows.Next()) {
-                    for (const auto& column : table.columns) {
-                        if (!column.amount) continue;
-                        const db::Field field = rows.FieldByName(column.name);
+                    for (const auto& [name, field] : fields) {
                         if (field.AsNumber()) continue;
-                        amountFaults_.push_back({rows.FieldByName("PersonalSysId").AsInteger(), column.name,
-                                                 field.AsString(), field.IsNull()});
+                        amountFaults_.push_back({person.AsInteger(), name, field.AsString(), field.IsNull()});
                     }
                 }
             }
@@ -409,10 +417,8 @@ int ReferenceEngine::BuildViews(const char* call, Views kind) {
         }
         transaction.Commit();
     } catch (const db::DatabaseError& error) {
-        Fail("GenerateViewTables: the view tables of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
-             " could not be made: " + error.what());
-        lastDatabaseFault_ = lastError_;
-        return 0;
+        return FailDatabase("GenerateViewTables: the view tables of " + type_ + " " +
+                            ForEmployerAndYear(employerId_, year_) + " could not be made: " + error.what());
     } catch (const std::exception& error) {
         return Fail(std::string(call) + ": the view tables of " + type_ + " " +
                     ForEmployerAndYear(employerId_, year_) + " could not be made: " + error.what());
@@ -506,16 +512,15 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
             const std::string id = pending.FieldByName("SubmittedReturnFileId").AsString();
             hasErrors_ = true;
             submissionRecord_.push_back("Result: not submitted; an earlier delivery is not recorded.");
-            Fail("ExecuteDirectSubmit: nothing was submitted. The submission of " + subject + " made on " +
-                 pending.FieldByName("SubmittedDateTime").AsString() + " (file " +
-                 pending.FieldByName("FileName").AsString() + ", SubmittedReturnFileId " + id +
-                 ") was handed over for delivery, but its delivery was never recorded, so it may have reached "
-                 "IRAS. Record that delivery first with its delivery reference: UPDATE SubmittedReturnFile SET "
-                 "DeliveryReference = '<reference>' WHERE SubmittedReturnFileId = " + id +
-                 "; or, if IRAS never received it, remove the row: DELETE FROM SubmittedReturnFile WHERE "
-                 "SubmittedReturnFileId = " + id + ".");
-            lastDatabaseFault_ = lastError_;
-            return 0;
+            return FailDatabase(
+                "ExecuteDirectSubmit: nothing was submitted. The submission of " + subject + " made on " +
+                pending.FieldByName("SubmittedDateTime").AsString() + " (file " +
+                pending.FieldByName("FileName").AsString() + ", SubmittedReturnFileId " + id +
+                ") was handed over for delivery, but its delivery was never recorded, so it may have reached "
+                "IRAS. Record that delivery first with its delivery reference: UPDATE SubmittedReturnFile SET "
+                "DeliveryReference = '<reference>' WHERE SubmittedReturnFileId = " + id +
+                "; or, if IRAS never received it, remove the row: DELETE FROM SubmittedReturnFile WHERE "
+                "SubmittedReturnFileId = " + id + ".");
         }
         pending.Close();
         db::Query insert(alias_);
@@ -543,10 +548,8 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
     } catch (const std::exception& error) {
         hasErrors_ = true;
         submissionRecord_.push_back("Result: not submitted; the submission could not be recorded beforehand.");
-        Fail("ExecuteDirectSubmit: nothing was submitted: the submission of " + subject +
-             " could not be recorded before delivery: " + error.what());
-        lastDatabaseFault_ = lastError_;
-        return 0;
+        return FailDatabase("ExecuteDirectSubmit: nothing was submitted: the submission of " + subject +
+                            " could not be recorded before delivery: " + error.what());
     }
     const auto forget = [this, intent] {
         try {
@@ -584,13 +587,11 @@ int ReferenceEngine::ExecuteDirectSubmit(const std::string& file, const std::str
         hasErrors_ = true;
         submissionRecord_.push_back("Result: delivered as " + delivery.reference +
                                     " but not recorded in the database.");
-        Fail("ExecuteDirectSubmit: " + record.fileName + " was delivered with the delivery reference " +
-             delivery.reference + ", but the delivery could not be recorded: " + error.what() +
-             ". Do not submit it again: record the delivery first with UPDATE SubmittedReturnFile SET "
-             "DeliveryReference = '" + delivery.reference + "' WHERE SubmittedReturnFileId = " +
-             std::to_string(intent) + ".");
-        lastDatabaseFault_ = lastError_;
-        return 0;
+        return FailDatabase("ExecuteDirectSubmit: " + record.fileName + " was delivered with the delivery reference " +
+                            delivery.reference + ", but the delivery could not be recorded: " + error.what() +
+                            ". Do not submit it again: record the delivery first with UPDATE SubmittedReturnFile SET "
+                            "DeliveryReference = '" + delivery.reference +
+                            "' WHERE SubmittedReturnFileId = " + std::to_string(intent) + ".");
     }
     submissionRecord_.push_back("Result: submitted" +
                                 (warnings ? " with " + std::to_string(warnings) + " warning(s)" : std::string()) +
@@ -660,10 +661,8 @@ int ReferenceEngine::SubmitRecords(bool original, bool allRun) {
         }
         transaction.Commit();
     } catch (const db::DatabaseError& error) {
-        Fail("SubmitRecords: the submission of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
-             " could not be recorded: " + error.what());
-        lastDatabaseFault_ = lastError_;
-        return 0;
+        return FailDatabase("SubmitRecords: the submission of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
+                            " could not be recorded: " + error.what());
     } catch (const std::exception& error) {
         return Fail("SubmitRecords: the submission of " + type_ + " " + ForEmployerAndYear(employerId_, year_) +
                     " could not be recorded: " + error.what());

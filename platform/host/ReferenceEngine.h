@@ -80,6 +80,8 @@ private:
     enum class Views { Live, Amendment, Submitted };
     int BuildViews(const char* call, Views kind);
     int Fail(const std::string& message);
+    // Fail, for a fault of the database: LastDatabaseFault() tells it too.
+    int FailDatabase(const std::string& message);
     bool CheckSetUp(const char* call, bool needType);
     int BasisYear() const;
 
