@@ -230,6 +230,14 @@ struct Query::State {
         return text;
     }
 
+    // Forward only: the last row has been read; a spool being written now
+    // holds every row.
+    void RowsEnded() {
+        cursor.reset();
+        if (spooling) spool->MarkComplete();
+        spooling = false;
+    }
+
     // What a query read forward only cannot do.
     DatabaseError Refused(const std::string& alias, const std::string& what) const {
         return DatabaseError("The query on database alias \"" + alias +
@@ -330,9 +338,8 @@ void Query::StartForward(State& state, std::unique_ptr<RowCursor> cursor) {
         if (state.spooling) state.spool->Write(row);
         state.result.rows.push_back(std::move(row));
         state.cursor = std::move(cursor);
-    } else if (state.spooling) {
-        state.spool->MarkComplete();
-        state.spooling = false;
+    } else {
+        state.RowsEnded();
     }
     for (std::size_t c = 0; c < state.result.columns.size(); ++c) state.index.emplace(state.result.columns[c].name, c);
     state.active = true;
@@ -407,9 +414,7 @@ void Query::Next() {
             state.result.rows.front().swap(state.incoming);
             if (state.spooling) state.spool->Write(state.result.rows.front());
         } else {
-            state.cursor.reset();
-            if (state.spooling) state.spool->MarkComplete();
-            state.spooling = false;
+            state.RowsEnded();
             state.eof = true;  // stays on the last row
         }
         return;
