@@ -31,6 +31,8 @@ constexpr const char* RowKeyColumn = "iras_row_key_";
 // A translated text is kept for the next run of the same text; the jobs run
 // the same few texts for every employee.
 constexpr std::size_t TranslationCacheSize = 512;
+// Statements of selects kept for the next run of the same text.
+constexpr std::size_t KeptStatements = 64;
 
 class SqliteConnection final : public Connection {
 public:
@@ -41,21 +43,28 @@ public:
     ResultSet Select(const std::string& sql, const Parameters& parameters, const std::string& keyTable) override {
         std::lock_guard lock(mutex_);
         bool keyed = false;
-        StatementPtr statement = PrepareSelect(sql, parameters, keyTable, &keyed);
+        Prepared prepared = PrepareSelect(sql, parameters, keyTable, &keyed);
+        sqlite3_stmt* statement = prepared.statement.get();
         ResultSet result;
         // The row key, when asked for, is the last column.
-        const int columnCount = sqlite3_column_count(statement.get()) - (keyed ? 1 : 0);
-        result.columns = ColumnsOf(statement.get(), columnCount);
-        for (;;) {
-            const int rc = sqlite3_step(statement.get());
+        int columnCount = 0;
+        for (bool first = true;; first = false) {
+            const int rc = sqlite3_step(statement);
+            // The columns are read after the first step: a kept statement
+            // whose tables have changed since is prepared again by that step.
+            if (first) {
+                columnCount = sqlite3_column_count(statement) - (keyed ? 1 : 0);
+                result.columns = ColumnsOf(statement, columnCount);
+            }
             if (rc == SQLITE_DONE) break;
             if (rc != SQLITE_ROW) throw Failure(rc, sql);
             std::vector<Value> row;
             row.reserve(static_cast<std::size_t>(columnCount));
-            for (int c = 0; c < columnCount; ++c) row.push_back(ColumnValue(statement.get(), c));
+            for (int c = 0; c < columnCount; ++c) row.push_back(ColumnValue(statement, c));
             result.rows.push_back(std::move(row));
-            if (keyed) result.rowKeys.push_back(ColumnValue(statement.get(), columnCount));
+            if (keyed) result.rowKeys.push_back(ColumnValue(statement, columnCount));
         }
+        Keep(std::move(prepared));
         return result;
     }
 
@@ -65,10 +74,7 @@ public:
     std::unique_ptr<RowCursor> SelectForward(const std::string& sql, const Parameters& parameters) override {
         std::lock_guard lock(mutex_);
         bool keyed = false;
-        StatementPtr statement = PrepareSelect(sql, parameters, "", &keyed);
-        const int columnCount = sqlite3_column_count(statement.get());
-        std::vector<ResultColumn> columns = ColumnsOf(statement.get(), columnCount);
-        return std::make_unique<Cursor>(*this, std::move(statement), std::move(columns), sql);
+        return std::make_unique<Cursor>(*this, PrepareSelect(sql, parameters, "", &keyed), sql);
     }
 
     std::int64_t Execute(const std::string& sql, const Parameters& parameters) override {
@@ -133,52 +139,78 @@ public:
     }
 
 private:
+    // A prepared select and the text under which it is kept for the next
+    // run of the same text (see Keep).
+    struct Prepared {
+        StatementPtr statement;
+        std::string text;
+    };
+
     class Cursor final : public RowCursor {
     public:
-        Cursor(SqliteConnection& connection, StatementPtr statement, std::vector<ResultColumn> columns,
-               std::string sql)
-            : connection_(connection), statement_(std::move(statement)), columns_(std::move(columns)),
-              sql_(std::move(sql)) {}
+        // Steps to the first row at once, so that the columns are those of
+        // the statement as it runs (a kept statement whose tables changed is
+        // prepared again by its first step) and a failure shows at the open.
+        Cursor(SqliteConnection& connection, Prepared prepared, std::string sql)
+            : connection_(connection), prepared_(std::move(prepared)), sql_(std::move(sql)) {
+            sqlite3_stmt* statement = prepared_.statement.get();
+            const int rc = sqlite3_step(statement);
+            if (rc != SQLITE_ROW && rc != SQLITE_DONE) throw connection_.Failure(rc, sql_);
+            columns_ = ColumnsOf(statement, sqlite3_column_count(statement));
+            pending_ = rc == SQLITE_ROW;
+            if (!pending_) Done();
+        }
         ~Cursor() override {
             std::lock_guard lock(connection_.mutex_);
-            statement_.reset();
+            Done();
         }
         const std::vector<ResultColumn>& Columns() const override { return columns_; }
         bool Read(std::vector<Value>& row) override {
             std::lock_guard lock(connection_.mutex_);
-            if (!statement_) return false;
-            const int rc = sqlite3_step(statement_.get());
-            if (rc == SQLITE_DONE) {
-                // Done: the statement goes now, so that it holds no lock
-                // while the reader writes (the submission after the records).
-                statement_.reset();
-                return false;
+            if (!prepared_.statement) return false;
+            if (!pending_) {
+                const int rc = sqlite3_step(prepared_.statement.get());
+                if (rc == SQLITE_DONE) {
+                    // Done: the statement is reset now, so that it holds no
+                    // lock while the reader writes (the submission after the
+                    // records).
+                    Done();
+                    return false;
+                }
+                if (rc != SQLITE_ROW) {
+                    const DatabaseError error = connection_.Failure(rc, sql_);
+                    prepared_.statement.reset();
+                    throw error;
+                }
             }
-            if (rc != SQLITE_ROW) {
-                const DatabaseError error = connection_.Failure(rc, sql_);
-                statement_.reset();
-                throw error;
-            }
+            pending_ = false;
             const int count = static_cast<int>(columns_.size());
             row.resize(columns_.size());
-            for (int c = 0; c < count; ++c) row[static_cast<std::size_t>(c)] = ColumnValue(statement_.get(), c);
+            for (int c = 0; c < count; ++c)
+                row[static_cast<std::size_t>(c)] = ColumnValue(prepared_.statement.get(), c);
             return true;
         }
 
     private:
+        void Done() {
+            if (prepared_.statement) connection_.Keep(std::move(prepared_));
+            prepared_.statement.reset();
+        }
         SqliteConnection& connection_;
-        StatementPtr statement_;
+        Prepared prepared_;
         std::vector<ResultColumn> columns_;
         std::string sql_;
+        bool pending_ = false;
     };
 
-    // The statement of a select, its parameters bound. With keyTable set,
-    // the row key is asked for as one more, last column where the text allows
+    // The statement of a select, its parameters bound: the one kept from
+    // the last run of the same text, else a new one. With keyTable set, the
+    // row key is asked for as one more, last column where the text allows
     // it; keyed says whether it was.
-    StatementPtr PrepareSelect(const std::string& sql, const Parameters& parameters, const std::string& keyTable,
-                               bool* keyed) {
+    Prepared PrepareSelect(const std::string& sql, const Parameters& parameters, const std::string& keyTable,
+                           bool* keyed) {
         const std::string translated = Translate(sql);
-        StatementPtr statement;
+        Prepared prepared;
         const char* tail = nullptr;
         *keyed = false;
         // A view or a table without row ids cannot be keyed; then the result
@@ -186,15 +218,36 @@ private:
         const std::string withKey =
             keyTable.empty() ? std::string() : WithTrailingColumn(translated, std::string("rowid AS ") + RowKeyColumn);
         if (!withKey.empty() && withKey != translated) {
-            statement = TryPrepare(withKey, &tail);
-            *keyed = statement != nullptr;
+            prepared = TakeKept(withKey);
+            if (!prepared.statement) prepared = {TryPrepare(withKey, &tail), withKey};
+            *keyed = prepared.statement != nullptr;
         }
-        if (!statement) statement = Prepare(translated, sql, &tail);
+        if (!prepared.statement) prepared = TakeKept(translated);
+        if (!prepared.statement) prepared = {Prepare(translated, sql, &tail), translated};
+        // A kept statement passed this check when it was first prepared.
         if (!OnlyBlanks(tail)) {
             throw DatabaseError(Describe(SQLITE_MISUSE, "a query that reads rows holds one statement only", sql));
         }
-        Bind(statement.get(), parameters, sql);
-        return statement;
+        Bind(prepared.statement.get(), parameters, sql);
+        return prepared;
+    }
+
+    // Statements of selects that have run are kept, reset, for the next run
+    // of the same text: the jobs run the same section queries for every
+    // employee with only the employee's id changed.
+    Prepared TakeKept(const std::string& text) {
+        const auto found = kept_.find(text);
+        if (found == kept_.end()) return {};
+        Prepared prepared{std::move(found->second), text};
+        kept_.erase(found);
+        sqlite3_clear_bindings(prepared.statement.get());
+        return prepared;
+    }
+
+    void Keep(Prepared prepared) {
+        sqlite3_reset(prepared.statement.get());
+        if (kept_.size() >= KeptStatements) kept_.clear();
+        kept_.try_emplace(std::move(prepared.text), std::move(prepared.statement));
     }
 
     static std::vector<ResultColumn> ColumnsOf(sqlite3_stmt* statement, int columnCount) {
@@ -450,6 +503,7 @@ private:
     // before the database closes.
     DatabasePtr db_;
     std::unique_ptr<DatabaseFunctions> functions_;
+    std::map<std::string, StatementPtr> kept_;
 };
 
 }  // namespace

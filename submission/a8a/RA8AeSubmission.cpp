@@ -63,8 +63,9 @@ void RA8AeSubmission::RefreshA8ASec2and3Qry() {
     WriteInternalBanner("   PROCESSING A8A SECTION 2 AND 3 INFORMATION   ");
     Sec2and3Query.Close();
     Sec2and3Query.ClearSQL();
-    Sec2and3Query.SetSQL("SELECT * FROM " + ViewA8AS2S3 + " WHERE PersonalSysId = " +
-                         std::to_string(Integer("PersonalSysId")) + " ORDER BY A8AS2S3Order");
+    // The id is a parameter: one statement for every employee.
+    Sec2and3Query.SetSQL("SELECT * FROM " + ViewA8AS2S3 + " WHERE PersonalSysId = :PersonalSysId ORDER BY A8AS2S3Order");
+    Sec2and3Query.SetParam("PersonalSysId", Integer("PersonalSysId"));
     Sec2and3Query.Open();
 }
 

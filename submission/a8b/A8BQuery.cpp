@@ -3,6 +3,8 @@
 // stored, the part of each from plans after the cut-off, and the grand
 // totals), and per employee the share-plan rows of each section, by company
 // and, within a company, the latest grant first.
+#include <cstdint>
+
 #include "submission/a8b/A8BSections.h"
 #include "submission/a8b/RA8BeSubmission.h"
 
@@ -53,13 +55,15 @@ int RA8BeSubmission::RefreshQuery() {
 
 void RA8BeSubmission::RefreshA8BStockOptQry() {
     WriteInternalBanner("PROCESSING A8B STOCK OPTION INFORMATION");
-    const std::string person = std::to_string(MainQuery.FieldByName("PersonalSysId").AsInteger());
+    const std::int64_t person = MainQuery.FieldByName("PersonalSysId").AsInteger();
     for (const a8b::Section& section : a8b::kSections) {
         db::Query& query = StockOptQueries[static_cast<std::size_t>(section.Index())];
         query.Close();
         query.ClearSQL();
-        query.SetSQL("SELECT * FROM " + ViewA8BRecord + " WHERE PersonalSysId = " + person +
+        // The id is a parameter: one statement for every employee.
+        query.SetSQL("SELECT * FROM " + ViewA8BRecord + " WHERE PersonalSysId = :PersonalSysId" +
                      " AND StockOptionType = '" + section.planType + "' ORDER BY RCBNo, DateStockGranted DESC");
+        query.SetParam("PersonalSysId", person);
         query.Open();
     }
 }

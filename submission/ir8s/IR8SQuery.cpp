@@ -2,6 +2,7 @@
 // report and, per employee, the months of Section A and the additional-wage
 // payments of Section B, all read from the session user's view tables that
 // the submission engine builds for the year, employer and form type.
+#include <cstdint>
 #include <string>
 
 #include "submission/ir8s/RIR8SeSubmission.h"
@@ -41,15 +42,18 @@ void RIR8SeSubmission::RefreshIR8SSecAandCQry() {
     WriteInternalBanner("   PROCESSING IR8S SECTION A AND B INFORMATION  ");
     // A missing person id reads as 0, which no employee has: both sections
     // are then empty rather than the query failing.
-    const std::string person = std::to_string(MainQuery.FieldByName("PersonalSysId").AsInteger());
+    // The id is a parameter, so that the database runs one statement for
+    // every employee rather than a new text each.
+    const std::int64_t person = MainQuery.FieldByName("PersonalSysId").AsInteger();
     SectionAQuery.Close();
     SectionAQuery.ClearSQL();
-    SectionAQuery.SetSQL("SELECT * FROM " + ViewIR8SA + " WHERE PersonalSysId = " + person + " ORDER BY IR8SOrder");
+    SectionAQuery.SetSQL("SELECT * FROM " + ViewIR8SA + " WHERE PersonalSysId = :PersonalSysId ORDER BY IR8SOrder");
+    SectionAQuery.SetParam("PersonalSysId", person);
     SectionAQuery.Open();
     SectionBQuery.Close();
     SectionBQuery.ClearSQL();
-    SectionBQuery.SetSQL("SELECT * FROM " + ViewIR8SC + " WHERE PersonalSysId = " + person +
-                         " ORDER BY RefundSysId");
+    SectionBQuery.SetSQL("SELECT * FROM " + ViewIR8SC + " WHERE PersonalSysId = :PersonalSysId ORDER BY RefundSysId");
+    SectionBQuery.SetParam("PersonalSysId", person);
     SectionBQuery.Open();
 }
 

@@ -293,6 +293,41 @@ TEST_F(ForwardReading, OtherQueriesRunMeanwhileAndTheTableIsFreeOnceDoneOrClosed
     Exec("DROP TABLE t");
 }
 
+// The section queries of each employee run one text with another id each
+// time; the database keeps its statement from one run to the next.
+TEST_F(ForwardReading, ATextRunAgainGetsItsOwnRowsAndTheColumnsOfTheTableAsItIsNow) {
+    const std::string sql = "SELECT * FROM t WHERE k >= :k ORDER BY k";
+    auto open = [&](std::int64_t k, bool forward) {
+        Query query(Alias);
+        query.SetForwardOnly(forward);
+        query.SetSQL(sql);
+        query.SetParam("k", k);
+        query.Open();
+        return query;
+    };
+    // Two reads of the one text at once, one of them half read: each has
+    // its own rows.
+    Query first = open(2, true);
+    Query second = open(1, true);
+    EXPECT_EQ(iras::db::testing::Column(second, "name"), (std::vector<std::string>{"Ann", "Bob", "Cy"}));
+    EXPECT_EQ(iras::db::testing::Column(first, "name"), (std::vector<std::string>{"Bob", "Cy"}));
+    Query whole = open(3, false);
+    EXPECT_EQ(iras::db::testing::Column(whole, "name"), (std::vector<std::string>{"Cy"}));
+    first.Close();
+    second.Close();
+
+    // The table replaced by one of other columns (the engine's view tables
+    // between two returns): the same text reads the new columns.
+    Exec("DROP TABLE t");
+    Run("CREATE TABLE t (k INTEGER, label TEXT); INSERT INTO t VALUES (5, 'five'), (6, 'six');");
+    for (const bool forward : {false, true}) {
+        Query query = open(6, forward);
+        EXPECT_EQ(query.FieldNames(), (std::vector<std::string>{"k", "label"})) << forward;
+        EXPECT_EQ(query.FieldByName("label").AsString(), "six") << forward;
+        EXPECT_FALSE(query.HasField("name")) << forward;
+    }
+}
+
 TEST_F(ForwardReading, ASpooledReadGivesTheSameRowsAgainWithoutRunningTheStatement) {
     Query query(Alias);
     query.SetForwardOnly(true);
