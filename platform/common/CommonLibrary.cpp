@@ -19,6 +19,7 @@
 #include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <iterator>
 #include <system_error>
 
 namespace iras {
@@ -65,6 +66,18 @@ DecimalDigits ReadDecimal(double magnitude) {
 double RoundDecimal(double value, int places, bool roundHalfUp) {
     if (!std::isfinite(value) || value == 0.0) {
         return value == 0.0 ? 0.0 : value;
+    }
+    // Already on the grid of `places` decimals (an amount in cents rounded
+    // to cents): value is the double nearest to n / 10^places, whose text of
+    // 15 digits is that decimal, so nothing would be cut and it reads back as
+    // value itself.
+    static constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
+    if (places >= 0 && places < static_cast<int>(std::size(kPowersOfTen))) {
+        const double scale = kPowersOfTen[places];
+        const double scaled = std::nearbyint(value * scale);
+        if (std::fabs(scaled) < 1e15 && scaled / scale == value) {
+            return value;
+        }
     }
     const bool negative = value < 0.0;
     DecimalDigits decimal = ReadDecimal(std::fabs(value));

@@ -70,6 +70,11 @@ std::string FloatToStr(double value) {
     if (value == 0.0) {
         return "0";  // also for -0.0: a zero amount never carries a minus
     }
+    // A whole number of at most 15 digits, as every amount in cents or whole
+    // dollars is by the time it gets here: its digits are the integer's.
+    if (std::fabs(value) < 1e15 && value == std::trunc(value)) {
+        return std::to_string(static_cast<long long>(value));
+    }
 
     // d.dddddddddddddde+XX, correctly rounded to 15 significant digits.
     char text[64];
