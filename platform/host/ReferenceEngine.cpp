@@ -249,7 +249,12 @@ std::string AmendmentRows(const ReturnTable& table, const std::string& employeeV
 // people (and, for IR8A, the one kind).
 void CopyYearSet(const std::string& alias, const ReturnTable& table, const std::string& fromParam,
                  const std::string& toParam, const Params& params) {
-    const std::string where = TypeFilter(table) + " AND PersonalSysId IN (" + EmployerPeople + ")";
+    // Each row asks the employee table through its key, so that a year set
+    // with no rows (the first submission) costs nothing.
+    const std::string where = TypeFilter(table) +
+                              " AND EXISTS (SELECT 1 FROM YEEmployee E WHERE E.PersonalSysId = " +
+                              QuoteName(table.name) +
+                              ".PersonalSysId AND E.YEEmployerId = :EmployerId AND E.YEYear = :Year)";
     Exec(alias, "DELETE FROM " + QuoteName(table.name) + " WHERE YEYear = " + toParam + where, params);
     Exec(alias,
          "INSERT INTO " + QuoteName(table.name) + " (" + ColumnList(table.columns) + ") SELECT " +
@@ -372,16 +377,24 @@ int ReferenceEngine::BuildViews(const char* call, Views kind) {
             // The amounts are checked as stored, before an Amendment's
             // differences turn a text into a number.
             std::string amounts;
-            for (const auto& column : table.columns)
-                if (column.amount) amounts += ", " + QuoteName(column.name);
+            std::string suspect;
+            for (const auto& column : table.columns) {
+                if (!column.amount) continue;
+                const std::string name = QuoteName(column.name);
+                amounts += ", " + name;
+                suspect += (suspect.empty() ? "" : " OR ") + name + " IS NULL OR " + name + " <> " + name + " + 0";
+            }
             if (!amounts.empty()) {
                 // Read a row at a time: an employer's rows held whole
                 // would cost more than the rest of the run.
                 db::Query rows(alias_);
                 rows.SetForwardOnly(true);
+                // Only the rows where a column is NULL or holds what is not
+                // a number (a text, which "+ 0" reads as another number) are
+                // read; each of those is then checked as the jobs read it.
                 rows.SetSQL("SELECT PersonalSysId" + amounts + " FROM " + QuoteName(table.name) +
                             " WHERE YEYear = :Year" + TypeFilter(table) + " AND PersonalSysId IN (SELECT PersonalSysId FROM " +
-                            employeeView + ") ORDER BY PersonalSysId");
+                            employeeView + ") AND (" + suspect + ") ORDER BY PersonalSysId");
                 rows.SetParam("Year", std::int64_t{year_});
                 if (table.typed) rows.SetParam("Type", type_);
                 rows.Open();
