@@ -52,6 +52,7 @@ std::optional<double> ParseReal(const std::string& text) {
 // look-up would otherwise make: a job reads each field of every employee by
 // name, over a hundred times a record.
 struct FoldedHash {
+    using is_transparent = void;
     std::size_t operator()(std::string_view name) const noexcept {
         std::size_t hash = 14695981039346656037ull;
         for (const char c : name) {
@@ -63,6 +64,7 @@ struct FoldedHash {
 };
 
 struct FoldedEqual {
+    using is_transparent = void;
     bool operator()(std::string_view a, std::string_view b) const noexcept { return SameIgnoringCase(a, b); }
 };
 
@@ -197,6 +199,9 @@ struct Query::State {
     std::unique_ptr<RowCursor> cursor;
     std::vector<Value> incoming;
     std::string table;  // the one table of an editable result; "" otherwise
+    // The text last run and the one table it reads, if it reads one.
+    std::string sourceText;
+    std::optional<std::string> sourceTable;
 
     bool editing = false;
     std::vector<Value> editRow;
@@ -317,7 +322,13 @@ void Query::Open() {
         StartForward(state, std::move(cursor));
         return;
     }
-    const std::optional<std::string> table = SingleSourceTable(text);
+    // The one table a text reads is found once for a text run again and
+    // again (the section queries of each employee).
+    if (text != state.sourceText) {
+        state.sourceTable = SingleSourceTable(text);
+        state.sourceText = text;
+    }
+    const std::optional<std::string>& table = state.sourceTable;
     ResultSet result = connection->Select(text, state.parameters, table.value_or(""));
     state.table = table && !result.rowKeys.empty() ? *table : "";
     state.result = std::move(result);
@@ -461,19 +472,19 @@ int Query::RecordCount() const {
     return Active() ? static_cast<int>(state_->result.rows.size()) : 0;
 }
 
-bool Query::HasField(const std::string& name) const {
+bool Query::HasField(std::string_view name) const {
     return Active() && state_->index.count(name) != 0;
 }
 
-Field Query::FieldByName(const std::string& name) {
+Field Query::FieldByName(std::string_view name) {
     State& state = StateOf(state_);
     if (!state.active) {
-        throw DatabaseError("Field \"" + name + "\" cannot be read: the query on database alias \"" + alias_ +
+        throw DatabaseError("Field \"" + std::string(name) + "\" cannot be read: the query on database alias \"" + alias_ +
                             "\" is not open (SQL: " + state.Quoted() + ")");
     }
     const auto found = state.index.find(name);
     if (found == state.index.end()) {
-        throw DatabaseError("The query on database alias \"" + alias_ + "\" has no field \"" + name +
+        throw DatabaseError("The query on database alias \"" + alias_ + "\" has no field \"" + std::string(name) +
                             "\" (SQL: " + state.Quoted() + ")");
     }
     return Field(this, found->second);

@@ -25,6 +25,7 @@
 #include <stdexcept>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -131,8 +132,10 @@ public:
     bool IsEmpty() const;
     int RecordCount() const;
 
-    bool HasField(const std::string& name) const;
-    Field FieldByName(const std::string& name);  // throws DatabaseError for an unknown name
+    // The name is matched without regard to letter case and is not copied:
+    // the jobs read over a hundred fields an employee.
+    bool HasField(std::string_view name) const;
+    Field FieldByName(std::string_view name);  // throws DatabaseError for an unknown name
     std::vector<std::string> FieldNames() const;
 
     // Editable result: the text must select from one table. Post writes the

@@ -144,6 +144,7 @@ private:
     struct Prepared {
         StatementPtr statement;
         std::string text;
+        bool keyed = false;  // the row key is its last column
     };
 
     class Cursor final : public RowCursor {
@@ -210,24 +211,27 @@ private:
     Prepared PrepareSelect(const std::string& sql, const Parameters& parameters, const std::string& keyTable,
                            bool* keyed) {
         const std::string translated = Translate(sql);
-        Prepared prepared;
-        const char* tail = nullptr;
-        *keyed = false;
-        // A view or a table without row ids cannot be keyed; then the result
-        // is read as it is, and Edit refuses it.
-        const std::string withKey =
-            keyTable.empty() ? std::string() : WithTrailingColumn(translated, std::string("rowid AS ") + RowKeyColumn);
-        if (!withKey.empty() && withKey != translated) {
-            prepared = TakeKept(withKey);
-            if (!prepared.statement) prepared = {TryPrepare(withKey, &tail), withKey};
-            *keyed = prepared.statement != nullptr;
+        // A statement is kept under its text and whether a key was asked for.
+        const std::string keptAs = keyTable.empty() ? translated : translated + '\x01';
+        Prepared prepared = TakeKept(keptAs);
+        if (!prepared.statement) {
+            prepared.text = keptAs;
+            const char* tail = nullptr;
+            // A view or a table without row ids cannot be keyed; then the
+            // result is read as it is, and Edit refuses it.
+            const std::string withKey = keyTable.empty()
+                                            ? std::string()
+                                            : WithTrailingColumn(translated, std::string("rowid AS ") + RowKeyColumn);
+            if (!withKey.empty() && withKey != translated) {
+                prepared.statement = TryPrepare(withKey, &tail);
+                prepared.keyed = prepared.statement != nullptr;
+            }
+            if (!prepared.statement) prepared.statement = Prepare(translated, sql, &tail);
+            if (!OnlyBlanks(tail)) {
+                throw DatabaseError(Describe(SQLITE_MISUSE, "a query that reads rows holds one statement only", sql));
+            }
         }
-        if (!prepared.statement) prepared = TakeKept(translated);
-        if (!prepared.statement) prepared = {Prepare(translated, sql, &tail), translated};
-        // A kept statement passed this check when it was first prepared.
-        if (!OnlyBlanks(tail)) {
-            throw DatabaseError(Describe(SQLITE_MISUSE, "a query that reads rows holds one statement only", sql));
-        }
+        *keyed = prepared.keyed;
         Bind(prepared.statement.get(), parameters, sql);
         return prepared;
     }
@@ -238,7 +242,7 @@ private:
     Prepared TakeKept(const std::string& text) {
         const auto found = kept_.find(text);
         if (found == kept_.end()) return {};
-        Prepared prepared{std::move(found->second), text};
+        Prepared prepared = std::move(found->second);
         kept_.erase(found);
         sqlite3_clear_bindings(prepared.statement.get());
         return prepared;
@@ -247,7 +251,8 @@ private:
     void Keep(Prepared prepared) {
         sqlite3_reset(prepared.statement.get());
         if (kept_.size() >= KeptStatements) kept_.clear();
-        kept_.try_emplace(std::move(prepared.text), std::move(prepared.statement));
+        std::string text = prepared.text;
+        kept_.try_emplace(std::move(text), std::move(prepared));
     }
 
     static std::vector<ResultColumn> ColumnsOf(sqlite3_stmt* statement, int columnCount) {
@@ -503,7 +508,7 @@ private:
     // before the database closes.
     DatabasePtr db_;
     std::unique_ptr<DatabaseFunctions> functions_;
-    std::map<std::string, StatementPtr> kept_;
+    std::map<std::string, Prepared> kept_;
 };
 
 }  // namespace
