@@ -9,6 +9,7 @@
 #include <array>
 #include <cctype>
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -24,10 +25,19 @@ using StatementPtr = CHandle<sqlite3_stmt, sqlite3_finalize>;
 
 // A look-up of one value by one key, prepared on the connection the first time
 // it is called (the tables may not exist yet when the connection opens).
+using ValuePtr = CHandle<sqlite3_value, sqlite3_value_free>;
+
 struct Lookup {
     const char* function;
     const char* sql;
     StatementPtr statement;
+    // The last key and what it found, while the database is as it was then:
+    // a select list that reuses an alias ("FGetEmployeeSysId(EmployeeId)")
+    // asks the same key two or three times a row.
+    ValuePtr lastKey{};
+    ValuePtr lastResult{};
+    sqlite3_int64 lastChanges = -1;
+    unsigned lastVersion = 0;
 };
 
 enum LookupIndex { EmployeeIdByPerson, EmployeeSysIdByCode, IrasBankByEmployee, NameByPerson };
@@ -131,6 +141,22 @@ void DateTimeFormatFunction(sqlite3_context* context, int, sqlite3_value** argv)
     sqlite3_result_text(context, formatted, -1, SQLITE_TRANSIENT);
 }
 
+// Two keys are the same when they have one type and one value: 7 and '7'
+// are different keys to the tables.
+bool SameValue(sqlite3_value* a, sqlite3_value* b) {
+    const int type = sqlite3_value_type(a);
+    if (type != sqlite3_value_type(b)) return false;
+    switch (type) {
+        case SQLITE_INTEGER: return sqlite3_value_int64(a) == sqlite3_value_int64(b);
+        case SQLITE_TEXT: {
+            const int bytes = sqlite3_value_bytes(a);
+            return bytes == sqlite3_value_bytes(b) &&
+                   std::memcmp(sqlite3_value_text(a), sqlite3_value_text(b), static_cast<std::size_t>(bytes)) == 0;
+        }
+        default: return false;  // reals and blobs are not kept
+    }
+}
+
 void RunLookup(sqlite3_context* context, LookupIndex index, sqlite3_value* key) {
     auto* state = static_cast<Lookups*>(sqlite3_user_data(context));
     Lookup& lookup = state->lookups[index];
@@ -149,14 +175,42 @@ void RunLookup(sqlite3_context* context, LookupIndex index, sqlite3_value* key) 
         }
         lookup.statement.reset(statement);
     }
+    // The database is as it was at the last call when this connection has
+    // changed no row since and no commit (of any connection) came between.
+    // The commits of others are known only inside a read transaction (a
+    // statement that reads a table), and a write transaction may yet be
+    // rolled back: outside a read the look-up always reads the table.
+    const bool reading = sqlite3_txn_state(state->db, "main") == SQLITE_TXN_READ;
+    unsigned version = 0;
+    sqlite3_file_control(state->db, "main", SQLITE_FCNTL_DATA_VERSION, &version);
+    const sqlite3_int64 changes = sqlite3_total_changes64(state->db);
+    if (reading && lookup.lastKey && changes == lookup.lastChanges && version == lookup.lastVersion &&
+        SameValue(lookup.lastKey.get(), key)) {
+        if (lookup.lastResult) {
+            sqlite3_result_value(context, lookup.lastResult.get());
+        } else {
+            sqlite3_result_null(context);  // the key found no row
+        }
+        return;
+    }
+    lookup.lastKey.reset();
     sqlite3_stmt* statement = lookup.statement.get();
     sqlite3_reset(statement);
     sqlite3_bind_value(statement, 1, key);
     const int rc = sqlite3_step(statement);
-    if (rc == SQLITE_ROW) {
-        sqlite3_result_value(context, sqlite3_column_value(statement, 0));
-    } else if (rc == SQLITE_DONE) {
-        sqlite3_result_null(context);
+    if (rc == SQLITE_ROW || rc == SQLITE_DONE) {
+        sqlite3_value* found = rc == SQLITE_ROW ? sqlite3_column_value(statement, 0) : nullptr;
+        if (found) {
+            sqlite3_result_value(context, found);
+        } else {
+            sqlite3_result_null(context);
+        }
+        lookup.lastResult.reset(found ? sqlite3_value_dup(found) : nullptr);
+        if (reading && (lookup.lastResult || !found)) {
+            lookup.lastKey.reset(sqlite3_value_dup(key));
+            lookup.lastChanges = changes;
+            lookup.lastVersion = version;
+        }
     } else {
         const std::string message = std::string(lookup.function) + ": " + sqlite3_errmsg(state->db);
         sqlite3_result_error(context, message.c_str(), -1);

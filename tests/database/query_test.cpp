@@ -464,10 +464,36 @@ TEST_F(Functions, EmployeeIdSysIdAndBankChainThroughAliases) {
     EXPECT_EQ(Column(sql, "PersonalName"), (std::vector<std::string>{"No Job", "Tan Ah Kow", "Siti binte Ali"}));
 }
 
+// A look-up asked the same key again answers from what it found last only
+// while nothing has been written since, here or by another program.
+TEST_F(Functions, ALookUpOfTheSameKeySeesEveryChangeOfItsTable) {
+    // Read beside a table, as the returns' queries do: the look-ups run
+    // inside the statement's read of the database.
+    const std::string bank = "SELECT FGetIRASEmployeeBank(7) AS b FROM Personal WHERE PersonalSysId = 1";
+    EXPECT_EQ(Scalar(bank), "7171");
+    Exec("UPDATE EmployeeBank SET IRASBankCode = '7339' WHERE EmployeeSysId = 7");
+    EXPECT_EQ(Scalar(bank), "7339");
+    {
+        Transaction transaction(Alias);
+        Exec("UPDATE EmployeeBank SET IRASBankCode = '7375' WHERE EmployeeSysId = 7");
+        EXPECT_EQ(Scalar(bank), "7375");
+    }  // rolled back
+    EXPECT_EQ(Scalar(bank), "7339");
+
+    auto other = LockFile(path_, "UPDATE EmployeeBank SET IRASBankCode = '9465' WHERE EmployeeSysId = 7;");
+    other.reset();
+    EXPECT_EQ(Scalar(bank), "9465");
+    // 7 and '7' are two keys: the text finds no employee number 7.
+    const std::string sysId = "SELECT FGetEmployeeSysId(%) AS s FROM Personal WHERE PersonalSysId = 1";
+    for (const auto& [key, found] : {std::pair{"'E007'", "7"}, {"7", ""}, {"'E007'", "7"}, {"'E008'", "8"}})
+        EXPECT_EQ(Scalar(std::string(sysId).replace(sysId.find('%'), 1, key)), found) << key;
+}
+
 TEST_F(Functions, DateTimeFormatAndMissingLookupTable) {
     EXPECT_EQ(Scalar("SELECT FGetDateTimeFormat('2024-03-05 14:07:09') AS d"), "05/03/2024 14:07:09");
     EXPECT_EQ(Scalar("SELECT FGetDateTimeFormat('2024-03-05') AS d"), "05/03/2024 00:00:00");
     EXPECT_TRUE(Open("SELECT FGetDateTimeFormat(NULL) AS d").FieldByName("d").IsNull());
+    EXPECT_EQ(Scalar("SELECT FGetIRASEmployeeBank(7) AS b"), "7171");
     Run("DROP TABLE EmployeeBank;");
     EXPECT_THAT(ErrorOf([this] { Open("SELECT FGetIRASEmployeeBank(7) AS b"); }),
                 AllOf(HasSubstr("FGetIRASEmployeeBank"), HasSubstr("EmployeeBank")));
