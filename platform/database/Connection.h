@@ -12,7 +12,9 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "platform/database/Query.h"
@@ -22,6 +24,17 @@ namespace iras::db {
 // Named parameter values, name without the ":" ("YEEmployerId"). Names match
 // without regard to letter case.
 using Parameters = std::vector<std::pair<std::string, Value>>;
+
+// Puts a text into a slot of a row being read in, into the slot's own text
+// when it holds one: a forward read reads each row into one of the same two
+// rows in turn, so the texts of a long result need no new memory.
+inline void AssignText(Value& slot, std::string_view text) {
+    if (auto* held = std::get_if<std::string>(&slot)) {
+        held->assign(text);
+    } else {
+        slot = std::string(text);
+    }
+}
 
 struct ResultColumn {
     std::string name;    // as the engine names the column of the result

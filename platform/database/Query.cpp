@@ -123,32 +123,38 @@ public:
             if (first == EOF) return false;
             std::ungetc(first, file);
             row.resize(spool_.columns_.size());
-            for (Value& value : row) value = Next(file);
+            for (Value& value : row) Next(file, value);
             return true;
         }
 
     private:
-        Value Next(std::FILE* file) {
+        // The next value into a slot of the row being read in; a text goes
+        // into the slot's own text when it holds one.
+        void Next(std::FILE* file, Value& slot) {
             const int tag = std::fgetc(file);
             switch (tag) {
                 case 'i': {
                     std::int64_t integer = 0;
                     Get(file, &integer, sizeof integer);
-                    return integer;
+                    slot = integer;
+                    return;
                 }
                 case 'r': {
                     double real = 0;
                     Get(file, &real, sizeof real);
-                    return real;
+                    slot = real;
+                    return;
                 }
                 case 't': {
                     std::uint64_t size = 0;
                     Get(file, &size, sizeof size);
-                    std::string text(static_cast<std::size_t>(size), '\0');
+                    if (!std::holds_alternative<std::string>(slot)) slot = std::string();
+                    std::string& text = std::get<std::string>(slot);
+                    text.resize(static_cast<std::size_t>(size));
                     Get(file, text.data(), text.size());
-                    return text;
+                    return;
                 }
-                case 'n': return std::monostate{};
+                case 'n': slot = std::monostate{}; return;
                 default: throw DatabaseError("The rows kept in a temporary file to be read again cannot be read back.");
             }
         }

@@ -187,8 +187,7 @@ private:
             pending_ = false;
             const int count = static_cast<int>(columns_.size());
             row.resize(columns_.size());
-            for (int c = 0; c < count; ++c)
-                row[static_cast<std::size_t>(c)] = ColumnValue(prepared_.statement.get(), c);
+            for (int c = 0; c < count; ++c) ReadColumn(prepared_.statement.get(), c, row[static_cast<std::size_t>(c)]);
             return true;
         }
 
@@ -493,6 +492,17 @@ private:
                 return std::string(text ? text : "", static_cast<std::size_t>(bytes));
             }
         }
+    }
+
+    // ColumnValue into a row being read in, reusing the slot's text.
+    static void ReadColumn(sqlite3_stmt* statement, int column, Value& slot) {
+        if (sqlite3_column_type(statement, column) != SQLITE_TEXT) {
+            slot = ColumnValue(statement, column);
+            return;
+        }
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+        const int bytes = sqlite3_column_bytes(statement, column);
+        AssignText(slot, std::string_view(text ? text : "", static_cast<std::size_t>(bytes)));
     }
 
     void Control(const char* sql) {
