@@ -245,21 +245,34 @@ std::string AmendmentRows(const ReturnTable& table, const std::string& employeeV
            " AND cur.PersonalSysId IS NULL";
 }
 
-// Replaces the rows of one year key by those of another, for the employer's
-// people (and, for IR8A, the one kind).
+// The rows of a year set that belong to the employer's people (and, for
+// IR8A, to the one kind). Each row asks the employee table through its key,
+// so that a year set with no rows (the first submission) costs nothing.
+std::string EmployerRows(const ReturnTable& table) {
+    return TypeFilter(table) + " AND EXISTS (SELECT 1 FROM YEEmployee E WHERE E.PersonalSysId = " +
+           QuoteName(table.name) + ".PersonalSysId AND E.YEEmployerId = :EmployerId AND E.YEYear = :Year)";
+}
+
+// Replaces the rows of one year key by a copy of those of another.
 void CopyYearSet(const std::string& alias, const ReturnTable& table, const std::string& fromParam,
                  const std::string& toParam, const Params& params) {
-    // Each row asks the employee table through its key, so that a year set
-    // with no rows (the first submission) costs nothing.
-    const std::string where = TypeFilter(table) +
-                              " AND EXISTS (SELECT 1 FROM YEEmployee E WHERE E.PersonalSysId = " +
-                              QuoteName(table.name) +
-                              ".PersonalSysId AND E.YEEmployerId = :EmployerId AND E.YEYear = :Year)";
+    const std::string where = EmployerRows(table);
     Exec(alias, "DELETE FROM " + QuoteName(table.name) + " WHERE YEYear = " + toParam + where, params);
     Exec(alias,
          "INSERT INTO " + QuoteName(table.name) + " (" + ColumnList(table.columns) + ") SELECT " +
              ColumnsWithYear(table.columns, toParam) + " FROM " + QuoteName(table.name) + " WHERE YEYear = " +
              fromParam + where,
+         params);
+}
+
+// Replaces the rows of one year key by those of another, which leave their
+// key: the rows are moved, not copied and deleted.
+void MoveYearSet(const std::string& alias, const ReturnTable& table, const std::string& fromParam,
+                 const std::string& toParam, const Params& params) {
+    const std::string where = EmployerRows(table);
+    Exec(alias, "DELETE FROM " + QuoteName(table.name) + " WHERE YEYear = " + toParam + where, params);
+    Exec(alias,
+         "UPDATE " + QuoteName(table.name) + " SET YEYear = " + toParam + " WHERE YEYear = " + fromParam + where,
          params);
 }
 
@@ -646,7 +659,7 @@ int ReferenceEngine::SubmitRecords(bool original, bool allRun) {
         // What was submitted before becomes the reset point, then the live
         // data become the submitted copy.
         for (const auto& table : tables) {
-            CopyYearSet(alias_, table, ":CopyYear", ":BackupYear", params);
+            MoveYearSet(alias_, table, ":CopyYear", ":BackupYear", params);
             CopyYearSet(alias_, table, ":Year", ":CopyYear", params);
         }
         Exec(alias_,
