@@ -170,11 +170,6 @@ std::string TypeFilter(const ReturnTable& table, const std::string& prefix = "")
     return table.typed ? " AND " + prefix + "IR8AType = :Type" : "";
 }
 
-// The employer's people in the year set: the live rows of the year-end
-// employee table.
-const char* const EmployerPeople =
-    "SELECT PersonalSysId FROM YEEmployee WHERE YEEmployerId = :EmployerId AND YEYear = :Year";
-
 void CreateLike(const std::string& alias, const std::string& view, const std::vector<Column>& columns) {
     Exec(alias, "DROP TABLE IF EXISTS " + view, {});
     std::string definition;
@@ -187,6 +182,14 @@ void CreateLike(const std::string& alias, const std::string& view, const std::ve
 
 void IndexByPerson(const std::string& alias, const std::string& view) {
     Exec(alias, "CREATE INDEX " + view + "_Person ON " + view + " (PersonalSysId)", {});
+}
+
+// The rows of a year set that belong to the employer's people (and, for
+// IR8A, to the one kind). Each row asks the employee table through its key,
+// so that a year set with no rows (the first submission) costs nothing.
+std::string EmployerRows(const ReturnTable& table) {
+    return TypeFilter(table) + " AND EXISTS (SELECT 1 FROM YEEmployee E WHERE E.PersonalSysId = " +
+           QuoteName(table.name) + ".PersonalSysId AND E.YEEmployerId = :EmployerId AND E.YEYear = :Year)";
 }
 
 // The people whose rows of one return table differ between the live year and
@@ -202,7 +205,7 @@ std::string ChangedPeople(const ReturnTable& table) {
                                   : QuoteName(column.name);
     }
     const std::string from = " FROM " + QuoteName(table.name) + " WHERE YEYear = ";
-    const std::string rest = TypeFilter(table) + " AND PersonalSysId IN (" + EmployerPeople + ")";
+    const std::string rest = EmployerRows(table);
     const std::string live = "SELECT " + compared + from + ":Year" + rest;
     const std::string copy = "SELECT " + compared + from + ":CopyYear" + rest;
     return "SELECT PersonalSysId FROM (" + live + " EXCEPT " + copy + ") UNION SELECT PersonalSysId FROM (" +
@@ -243,14 +246,6 @@ std::string AmendmentRows(const ReturnTable& table, const std::string& employeeV
            " sub LEFT JOIN " + source + " cur ON " + join("cur", "sub", ":Year") +
            " WHERE sub.YEYear = :CopyYear" + TypeFilter(table, "sub.") + " AND sub.PersonalSysId" + people +
            " AND cur.PersonalSysId IS NULL";
-}
-
-// The rows of a year set that belong to the employer's people (and, for
-// IR8A, to the one kind). Each row asks the employee table through its key,
-// so that a year set with no rows (the first submission) costs nothing.
-std::string EmployerRows(const ReturnTable& table) {
-    return TypeFilter(table) + " AND EXISTS (SELECT 1 FROM YEEmployee E WHERE E.PersonalSysId = " +
-           QuoteName(table.name) + ".PersonalSysId AND E.YEEmployerId = :EmployerId AND E.YEYear = :Year)";
 }
 
 // Replaces the rows of one year key by a copy of those of another.
