@@ -141,8 +141,9 @@ void DateTimeFormatFunction(sqlite3_context* context, int, sqlite3_value** argv)
     sqlite3_result_text(context, formatted, -1, SQLITE_TRANSIENT);
 }
 
-// Two keys are the same when they have one type and one value: 7 and '7'
-// are different keys to the tables.
+// Two keys are the same when they have one type and one value; a number and
+// a text are never taken for each other, whatever the column would make of
+// them.
 bool SameValue(sqlite3_value* a, sqlite3_value* b) {
     const int type = sqlite3_value_type(a);
     if (type != sqlite3_value_type(b)) return false;
@@ -154,6 +155,15 @@ bool SameValue(sqlite3_value* a, sqlite3_value* b) {
                    std::memcmp(sqlite3_value_text(a), sqlite3_value_text(b), static_cast<std::size_t>(bytes)) == 0;
         }
         default: return false;  // reals and blobs are not kept
+    }
+}
+
+// The value a look-up found, or NULL when its key found no row.
+void Answer(sqlite3_context* context, sqlite3_value* found) {
+    if (found) {
+        sqlite3_result_value(context, found);
+    } else {
+        sqlite3_result_null(context);
     }
 }
 
@@ -186,11 +196,7 @@ void RunLookup(sqlite3_context* context, LookupIndex index, sqlite3_value* key) 
     const sqlite3_int64 changes = sqlite3_total_changes64(state->db);
     if (reading && lookup.lastKey && changes == lookup.lastChanges && version == lookup.lastVersion &&
         SameValue(lookup.lastKey.get(), key)) {
-        if (lookup.lastResult) {
-            sqlite3_result_value(context, lookup.lastResult.get());
-        } else {
-            sqlite3_result_null(context);  // the key found no row
-        }
+        Answer(context, lookup.lastResult.get());
         return;
     }
     lookup.lastKey.reset();
@@ -200,12 +206,9 @@ void RunLookup(sqlite3_context* context, LookupIndex index, sqlite3_value* key) 
     const int rc = sqlite3_step(statement);
     if (rc == SQLITE_ROW || rc == SQLITE_DONE) {
         sqlite3_value* found = rc == SQLITE_ROW ? sqlite3_column_value(statement, 0) : nullptr;
-        if (found) {
-            sqlite3_result_value(context, found);
-        } else {
-            sqlite3_result_null(context);
-        }
+        Answer(context, found);
         lookup.lastResult.reset(found ? sqlite3_value_dup(found) : nullptr);
+        // (A value that could not be kept, for want of memory, is not.)
         if (reading && (lookup.lastResult || !found)) {
             lookup.lastKey.reset(sqlite3_value_dup(key));
             lookup.lastChanges = changes;

@@ -483,7 +483,7 @@ TEST_F(Functions, ALookUpOfTheSameKeySeesEveryChangeOfItsTable) {
     auto other = LockFile(path_, "UPDATE EmployeeBank SET IRASBankCode = '9465' WHERE EmployeeSysId = 7;");
     other.reset();
     EXPECT_EQ(Scalar(bank), "9465");
-    // 7 and '7' are two keys: the text finds no employee number 7.
+    // Another key, of another type or value, is looked up anew.
     const std::string sysId = "SELECT FGetEmployeeSysId(%) AS s FROM Personal WHERE PersonalSysId = 1";
     for (const auto& [key, found] : {std::pair{"'E007'", "7"}, {"7", ""}, {"'E007'", "7"}, {"'E008'", "8"}})
         EXPECT_EQ(Scalar(std::string(sysId).replace(sysId.find('%'), 1, key)), found) << key;
