@@ -145,13 +145,7 @@ public:
 
     ResultSet Select(const std::string& sql, const Parameters& parameters, const std::string& keyTable) override {
         std::lock_guard lock(mutex_);
-        const std::vector<std::string> statements = SplitStatements(sql);
-        if (statements.size() != 1) {
-            throw DatabaseError(Message(statements.empty() ? "a query needs a statement to run"
-                                                           : "a query that reads rows holds one statement only",
-                                        sql));
-        }
-        PostgresStatement statement = Translate(statements.front());
+        PostgresStatement statement = TranslateQuery(sql);
         bool keyed = false;
         if (!keyTable.empty()) {
             const std::vector<std::string> key = PrimaryKey(keyTable);
@@ -190,6 +184,19 @@ public:
             if (keyed) rows.rowKeys.push_back(CellValue(result.get(), r, columnCount));
         }
         return rows;
+    }
+
+    // The rows come from a cursor on the server, fetched a batch at a time,
+    // so that the client holds one batch whatever the size of the result.
+    // The cursor is held past the end of its transaction (WITH HOLD): the
+    // jobs run other statements, and transactions, while they read.
+    std::unique_ptr<RowCursor> SelectForward(const std::string& sql, const Parameters& parameters) override {
+        std::lock_guard lock(mutex_);
+        PostgresStatement declare = TranslateQuery(sql);
+        const std::string name = "iras_rows_" + std::to_string(++cursors_);
+        declare.text = "DECLARE " + name + " NO SCROLL CURSOR WITH HOLD FOR " + declare.text;
+        Run(declare, parameters, sql);
+        return std::make_unique<ServerCursor>(*this, name, sql);
     }
 
     std::int64_t Execute(const std::string& sql, const Parameters& parameters) override {
@@ -282,6 +289,80 @@ public:
     }
 
 private:
+    // The rows of a server-side cursor (see SelectForward), fetched in
+    // batches; the cursor is closed once its last row has come.
+    class ServerCursor final : public RowCursor {
+    public:
+        ServerCursor(PostgresConnection& connection, std::string name, std::string sql)
+            : connection_(connection), name_(std::move(name)), sql_(std::move(sql)) {
+            Fetch();  // the first batch names the columns
+            const int count = PQnfields(batch_.get());
+            for (int c = 0; c < count; ++c) columns_.push_back(ResultColumn{PQfname(batch_.get(), c), "", ""});
+        }
+        ~ServerCursor() override {
+            std::lock_guard lock(connection_.mutex_);
+            if (open_ && !connection_.Lost()) {
+                ResultPtr ignored(PQexec(connection_.connection_.get(), ("CLOSE " + name_).c_str()));
+            }
+        }
+        const std::vector<ResultColumn>& Columns() const override { return columns_; }
+        bool Read(std::vector<Value>& row) override {
+            std::lock_guard lock(connection_.mutex_);
+            if (next_ >= PQntuples(batch_.get())) {
+                if (!open_) return false;
+                Fetch();
+                if (PQntuples(batch_.get()) == 0) return false;
+            }
+            row.resize(columns_.size());
+            for (std::size_t c = 0; c < columns_.size(); ++c)
+                row[c] = CellValue(batch_.get(), next_, static_cast<int>(c));
+            ++next_;
+            return true;
+        }
+
+    private:
+        static constexpr int BatchRows = 1000;
+
+        void Fetch() {
+            std::lock_guard lock(connection_.mutex_);
+            batch_.reset();  // the last batch goes before the next comes
+            const std::string fetch = "FETCH FORWARD " + std::to_string(BatchRows) + " FROM " + name_;
+            batch_.reset(PQexec(connection_.connection_.get(), fetch.c_str()));
+            next_ = 0;
+            try {
+                connection_.Check(batch_, sql_);
+            } catch (...) {
+                open_ = false;
+                throw;
+            }
+            if (PQntuples(batch_.get()) < BatchRows) {
+                // The last batch: the server lets the cursor go now.
+                open_ = false;
+                ResultPtr closed(PQexec(connection_.connection_.get(), ("CLOSE " + name_).c_str()));
+                connection_.Check(closed, "CLOSE " + name_);
+            }
+        }
+
+        PostgresConnection& connection_;
+        std::string name_;
+        std::string sql_;
+        ResultPtr batch_;
+        int next_ = 0;
+        bool open_ = true;
+        std::vector<ResultColumn> columns_;
+    };
+
+    // The one statement of a query's text, translated.
+    PostgresStatement TranslateQuery(const std::string& sql) {
+        const std::vector<std::string> statements = SplitStatements(sql);
+        if (statements.size() != 1) {
+            throw DatabaseError(Message(statements.empty() ? "a query needs a statement to run"
+                                                           : "a query that reads rows holds one statement only",
+                                        sql));
+        }
+        return Translate(statements.front());
+    }
+
     void Connect() {
         if (config_.location.empty()) throw DatabaseError("No PostgreSQL server is configured for this database alias.");
         // Defaults first: what the URI says wins.
@@ -460,6 +541,7 @@ private:
     std::recursive_mutex mutex_;
     ConnectionPtr connection_;
     int depth_ = 0;
+    int cursors_ = 0;  // server-side cursors declared, for their names
     std::string lastMessage_;
     std::map<std::string, PostgresStatement> translations_;
     std::map<std::string, std::vector<std::string>> keys_;

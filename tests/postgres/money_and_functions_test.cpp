@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 
 #include "platform/common/Text.h"
 #include "platform/database/Query.h"
@@ -163,6 +164,46 @@ TEST_F(BothDatabases, ServerSumsCentsWithoutBinaryError) {
                          "SELECT CAST(SUM(GrossTotal) AS TEXT) AS total FROM (SELECT CAST(0.10 AS money_amount) AS "
                          "GrossTotal FROM generate_series(1, 10)) AS tenths");
     EXPECT_EQ(sum.FieldByName("total").AsString(), "1.00");
+}
+
+// A read forward takes its rows from the server a batch at a time, while
+// the reader runs other queries and transactions on the same connection (the
+// section queries and the engine's writes of each employee).
+TEST_F(BothDatabases, ServerReadForwardGoesOnAcrossBatchesAndOtherStatements) {
+    IRAS_REQUIRE_POSTGRES();
+    db::Query rows("server");
+    rows.SetForwardOnly(true);
+    rows.SetSQL("SELECT i, FGetPersonalName(1001) AS name FROM generate_series(1, 2500) AS g(i) ORDER BY i");
+    rows.Open();
+    std::int64_t count = 0;
+    std::int64_t sum = 0;
+    bool inOrder = true;
+    for (rows.First(); !rows.Eof(); rows.Next()) {
+        const std::int64_t i = rows.FieldByName("i").AsInteger();
+        inOrder = inOrder && i == count + 1;
+        ++count;
+        sum += i;
+        if (i == 1000 || i == 2000) {
+            EXPECT_EQ(Open("server", "SELECT FGetEmployeeIdByPersonalSysId(1001) AS e").FieldByName("e").AsString(),
+                      "LCP0001");
+            db::Transaction undone("server");
+            db::Query change("server");
+            change.SetSQL("UPDATE Personal SET PersonalName = 'Changed' WHERE PersonalSysId = 1001");
+            change.ExecSQL();
+        }  // rolled back
+    }
+    EXPECT_TRUE(inOrder);
+    EXPECT_EQ(count, 2500);
+    EXPECT_EQ(sum, 2500 * 2501 / 2);
+    EXPECT_EQ(rows.FieldByName("name").AsString(), "Lim Wei Jie");
+
+    // Left half read, the cursor goes with the query; the next read starts afresh.
+    rows.Open();
+    rows.Next();
+    EXPECT_EQ(rows.FieldByName("i").AsInteger(), 2);
+    rows.Close();
+    rows.Open();
+    EXPECT_EQ(rows.FieldByName("i").AsInteger(), 1);
 }
 
 }  // namespace
