@@ -1,7 +1,8 @@
 // The PostgreSQL driver (see PostgresConnection.h): libpq with its handles in
 // unique_ptr, statements one at a time through the dialect layer, savepoint
-// transactions, and results read whole with the types the SQLite driver
-// gives (whole numbers as integers, amounts and other decimals as reals).
+// transactions, results read whole or, forward only, through a server-side
+// cursor a batch at a time, with the types the SQLite driver gives (whole
+// numbers as integers, amounts and other decimals as reals).
 
 #include "platform/database/PostgresConnection.h"
 
