@@ -302,9 +302,7 @@ private:
         }
         ~ServerCursor() override {
             std::lock_guard lock(connection_.mutex_);
-            if (open_ && !connection_.Lost()) {
-                ResultPtr ignored(PQexec(connection_.connection_.get(), ("CLOSE " + name_).c_str()));
-            }
+            if (open_ && !connection_.Lost()) CloseOnServer();  // whatever the server says
         }
         const std::vector<ResultColumn>& Columns() const override { return columns_; }
         bool Read(std::vector<Value>& row) override {
@@ -339,9 +337,12 @@ private:
             if (PQntuples(batch_.get()) < BatchRows) {
                 // The last batch: the server lets the cursor go now.
                 open_ = false;
-                ResultPtr closed(PQexec(connection_.connection_.get(), ("CLOSE " + name_).c_str()));
-                connection_.Check(closed, "CLOSE " + name_);
+                connection_.Check(CloseOnServer(), "CLOSE " + name_);
             }
+        }
+
+        ResultPtr CloseOnServer() {
+            return ResultPtr(PQexec(connection_.connection_.get(), ("CLOSE " + name_).c_str()));
         }
 
         PostgresConnection& connection_;

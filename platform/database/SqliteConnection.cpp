@@ -192,9 +192,9 @@ private:
         }
 
     private:
+        // The statement goes back to the connection, which leaves it empty here.
         void Done() {
             if (prepared_.statement) connection_.Keep(std::move(prepared_));
-            prepared_.statement.reset();
         }
         SqliteConnection& connection_;
         Prepared prepared_;
