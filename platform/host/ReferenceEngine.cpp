@@ -192,6 +192,22 @@ std::string EmployerRows(const ReturnTable& table) {
            QuoteName(table.name) + ".PersonalSysId AND E.YEEmployerId = :EmployerId AND E.YEYear = :Year)";
 }
 
+// The employee has rows of the return under the year key: the return's
+// queries read only the employees they join to its rows, so the rest of the
+// employer's people (most of them for an appendix) are not copied. Each
+// employee row asks the tables through their keys and keeps its place in the
+// employee table's order, which the listing keeps among equal names.
+std::string HasReturnRows(const std::vector<ReturnTable>& tables, const std::string& yearParam) {
+    std::string any;
+    for (const auto& table : tables) {
+        const std::string name = QuoteName(table.name);
+        any += (any.empty() ? "" : " OR ") + std::string("EXISTS (SELECT 1 FROM ") + name + " WHERE " + name +
+               ".PersonalSysId = YEEmployee.PersonalSysId AND " + name + ".YEYear = " + yearParam +
+               TypeFilter(table, name + ".") + ")";
+    }
+    return any;
+}
+
 // The people whose rows of one return table differ between the live year and
 // the submitted copy, in either direction (a row added, changed or removed).
 // Amounts are compared to the cent, so that a value read back through a
@@ -376,6 +392,8 @@ int ReferenceEngine::BuildViews(const char* call, Views kind) {
             std::string changed;
             for (const auto& table : tables) changed += (changed.empty() ? "" : " UNION ") + ChangedPeople(table);
             selection += " AND PersonalSysId IN (" + changed + ")";
+        } else {
+            selection += " AND (" + HasReturnRows(tables, kind == Views::Live ? ":Year" : ":CopyYear") + ")";
         }
         Exec(alias_, "INSERT INTO " + employeeView + " (" + ColumnList(employeeColumns) + ") " + selection, params);
         IndexByPerson(alias_, employeeView);

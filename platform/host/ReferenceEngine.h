@@ -3,11 +3,12 @@
 //
 // - The per-user view tables that the return queries read are real tables,
 //   one set per user and workstation (_GetViewTableName), rebuilt on every
-//   GenerateViewTables. An Original holds every employee of the employer and
-//   year; an Amendment only the employees whose return data differ from what
-//   was last submitted, with each amount as the correction (new minus
-//   submitted). GenerateSubmittedViewTables fills the same tables from the
-//   submitted copy, for the verification report. Only the return's own tables are compared and copied: the
+//   GenerateViewTables. An Original holds the employees of the employer and
+//   year who have rows of the return; an Amendment only the employees whose
+//   return data differ from what was last submitted, with each amount as the
+//   correction (new minus submitted). GenerateSubmittedViewTables fills the
+//   same tables from the submitted copy, for the verification report. Only
+//   the return's own tables are compared and copied: the
 //   year-end employee table has one row per person and year for all returns,
 //   so a change there alone (a corrected name) does not make an amendment.
 // - What was submitted is kept in the return tables themselves under the year

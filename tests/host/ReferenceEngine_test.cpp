@@ -65,8 +65,8 @@ TEST_F(ReferenceEngineTest, TwoUsersOnDifferentEmployersDoNotSeeOrTouchEachOther
     auto second = Engine(li, "O'NEIL & CO", 2023, "CurIR8A", true);
     ASSERT_NE(first->GenerateViewTables(), 0) << first->LastError();
     ASSERT_NE(second->GenerateViewTables(), 0) << second->LastError();
-    // An original holds every employee of that employer, year and type only
-    // (person 1's 2022 and supplementary rows stay out); the second
+    // An original holds the employer's people with rows of that year and
+    // type only (person 1's 2022 and supplementary rows stay out); the second
     // generation rebuilt only its own user's tables.
     EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(obrien, "YEEmployee") + " ORDER BY PersonalSysId"), "1,2,3");
     EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(obrien, "IR8A") + " ORDER BY PersonalSysId"), "1,2,3");
@@ -77,6 +77,30 @@ TEST_F(ReferenceEngineTest, TwoUsersOnDifferentEmployersDoNotSeeOrTouchEachOther
     auto third = Engine(obrienElsewhere, "O'NEIL & CO", 2023, "CurIR8A", true);
     ASSERT_NE(third->GenerateViewTables(), 0) << third->LastError();
     EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(obrien, "IR8A") + " ORDER BY PersonalSysId"), "1,2,3");
+}
+
+TEST_F(ReferenceEngineTest, EmployeeViewHoldsOnlyThePeopleWithRowsOfTheReturnUnderItsYearKey) {
+    // IR8S: person 1 has the main row, person 2 only a Section A month (a
+    // row of the return all the same), person 3 nothing of IR8S, person 10
+    // is another employer's. Only person 1 has a supplementary IR8A row.
+    Exec("INSERT INTO IR8S (PersonalSysId, YEYear) VALUES (1, 2023), (10, 2023), (3, 2022)");
+    Exec("INSERT INTO IR8SA (PersonalSysId, YEYear, IR8SOrder, OrdWages) VALUES (2, 2023, 1, 800)");
+    auto ir8s = Engine(admin_, "ALPHA", 2023, "IR8S", true);
+    ASSERT_NE(ir8s->GenerateViewTables(), 0) << ir8s->LastError();
+    EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(admin_, "YEEmployee") + " ORDER BY PersonalSysId"), "1,2");
+    EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(admin_, "IR8SA")), "2");
+
+    auto supplementary = Engine(admin_, "ALPHA", 2023, "SupIR8A", true);
+    ASSERT_NE(supplementary->GenerateViewTables(), 0) << supplementary->LastError();
+    EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(admin_, "YEEmployee")), "1");
+
+    // As submitted: the people of the submitted copy, not of the live rows.
+    ASSERT_NE(ir8s->SubmitRecords(true, false), 0) << ir8s->LastError();
+    Exec("DELETE FROM IR8S WHERE YEYear = 2023");
+    Exec("DELETE FROM IR8SA WHERE YEYear = 2023");
+    Exec("INSERT INTO IR8S (PersonalSysId, YEYear) VALUES (3, 2023)");
+    ASSERT_NE(ir8s->GenerateSubmittedViewTables(), 0) << ir8s->LastError();
+    EXPECT_EQ(Text("SELECT PersonalSysId FROM " + View(admin_, "YEEmployee") + " ORDER BY PersonalSysId"), "1,2");
 }
 
 TEST_F(ReferenceEngineTest, AmendmentAfterSubmissionHoldsExactlyTheChangedEmployeesAsDifferences) {
