@@ -280,8 +280,18 @@ private:
         if (!fs::exists(status) && !config_.create) {
             throw DatabaseError("The database file \"" + location + "\" does not exist.", SQLITE_CANTOPEN);
         }
+        // A connection is used by one thread at a time (the one that runs the
+        // job), so SQLite need not lock it around every call; nor count the
+        // memory it takes, which costs a lock on every allocation. The count
+        // can only be switched off before SQLite's first use in the process.
+        static const bool configured = [] {
+            sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+            return true;
+        }();
+        (void)configured;
         sqlite3* raw = nullptr;
-        const int flags = SQLITE_OPEN_READWRITE | (config_.create ? SQLITE_OPEN_CREATE : 0);
+        const int flags =
+            SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (config_.create ? SQLITE_OPEN_CREATE : 0);
         const int rc = sqlite3_open_v2(location.c_str(), &raw, flags, nullptr);
         db_.reset(raw);
         if (rc != SQLITE_OK) {
