@@ -14,9 +14,10 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 #include "platform/common/Text.h"
 #include "platform/database/Connection.h"
@@ -47,25 +48,78 @@ std::optional<double> ParseReal(const std::string& text) {
     return value;
 }
 
-// Field names compare without regard to letter case. Hashing and comparing
-// the name as given, folded byte by byte, spares the lower-case copy that a
-// look-up would otherwise make: a job reads each field of every employee by
-// name, over a hundred times a record.
-struct FoldedHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view name) const noexcept {
-        std::size_t hash = 14695981039346656037ull;
-        for (const char c : name) {
-            const auto byte = static_cast<unsigned char>(c);
-            hash = (hash ^ static_cast<std::size_t>(byte >= 'A' && byte <= 'Z' ? byte + 32 : byte)) * 1099511628211ull;
-        }
-        return hash;
-    }
-};
+// The columns of a result by name, without regard to letter case: a job
+// reads each field of every employee by name, over a hundred times a record.
+// Open addressing over the folded name's hash, with the hash kept beside the
+// column, finds a name in one hash of it and, mostly, one comparison. A
+// result with the names of the last one (a section query opened again for
+// the next employee) keeps the index as it is.
+class FieldIndex {
+public:
+    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
-struct FoldedEqual {
-    using is_transparent = void;
-    bool operator()(std::string_view a, std::string_view b) const noexcept { return SameIgnoringCase(a, b); }
+    // The first of two equal names wins, as in "A JOIN B ... *".
+    void Build(const std::vector<ResultColumn>& columns) {
+        if (columns.size() == names_.size() &&
+            std::equal(columns.begin(), columns.end(), names_.begin(),
+                       [](const ResultColumn& column, const std::string& name) { return column.name == name; }))
+            return;
+        names_.clear();
+        for (const ResultColumn& column : columns) names_.push_back(column.name);
+        std::size_t capacity = 16;
+        while (capacity < names_.size() * 2) capacity *= 2;
+        slots_.assign(capacity, Slot{});
+        for (std::size_t column = 0; column < names_.size(); ++column) {
+            const std::size_t hash = Hash(names_[column]);
+            std::size_t at = hash & (capacity - 1);
+            for (; slots_[at].column != npos; at = (at + 1) & (capacity - 1))
+                if (slots_[at].hash == hash && Same(names_[slots_[at].column], names_[column])) break;
+            if (slots_[at].column == npos) slots_[at] = Slot{hash, column};
+        }
+    }
+
+    std::size_t Find(std::string_view name) const {
+        if (slots_.empty()) return npos;
+        const std::size_t hash = Hash(name);
+        const std::size_t mask = slots_.size() - 1;
+        for (std::size_t at = hash & mask; slots_[at].column != npos; at = (at + 1) & mask) {
+            const Slot& slot = slots_[at];
+            if (slot.hash == hash && Same(names_[slot.column], name)) return slot.column;
+        }
+        return npos;
+    }
+
+private:
+    struct Slot {
+        std::size_t hash = 0;
+        std::size_t column = npos;
+    };
+
+    // The name's bytes eight at a time, each with the bit that tells a
+    // letter's cases apart set: two spellings of a name hash alike (and a
+    // few other names too, which the comparison tells apart).
+    static std::size_t Hash(std::string_view name) noexcept {
+        constexpr std::uint64_t fold = 0x2020202020202020ull;
+        std::uint64_t hash = name.size();
+        std::size_t at = 0;
+        for (; at + 8 <= name.size(); at += 8) {
+            std::uint64_t word;
+            std::memcpy(&word, name.data() + at, 8);
+            hash = (hash ^ (word | fold)) * 0x9E3779B97F4A7C15ull;
+        }
+        if (at < name.size()) {
+            std::uint64_t word = 0;
+            std::memcpy(&word, name.data() + at, name.size() - at);
+            hash = (hash ^ (word | fold)) * 0x9E3779B97F4A7C15ull;
+        }
+        return static_cast<std::size_t>(hash ^ (hash >> 29));
+    }
+
+    // Mostly the name is asked as the result spells it.
+    static bool Same(std::string_view a, std::string_view b) noexcept { return a == b || SameIgnoringCase(a, b); }
+
+    std::vector<std::string> names_;
+    std::vector<Slot> slots_;
 };
 
 std::int64_t RoundToInteger(double value) {
@@ -192,7 +246,7 @@ struct Query::State {
     bool spooled = false;
     bool moved = false;  // forward only: Next() has left the first row
     ResultSet result;
-    std::unordered_map<std::string, std::size_t, FoldedHash, FoldedEqual> index;  // name -> its first column
+    FieldIndex index;  // name -> its first column; kept from the last result until the next
     std::size_t row = 0;
     bool eof = true;
     std::shared_ptr<Connection> connection;
@@ -338,10 +392,7 @@ void Query::Open() {
     ResultSet result = connection->Select(text, state.parameters, table.value_or(""));
     state.table = table && !result.rowKeys.empty() ? *table : "";
     state.result = std::move(result);
-    for (std::size_t c = 0; c < state.result.columns.size(); ++c) {
-        // The first of two equal names wins, as in "A JOIN B ... *".
-        state.index.emplace(state.result.columns[c].name, c);
-    }
+    state.index.Build(state.result.columns);
     state.connection = std::move(connection);
     state.active = true;
     state.row = 0;
@@ -358,7 +409,7 @@ void Query::StartForward(State& state, std::unique_ptr<RowCursor> cursor) {
     } else {
         state.RowsEnded();
     }
-    for (std::size_t c = 0; c < state.result.columns.size(); ++c) state.index.emplace(state.result.columns[c].name, c);
+    state.index.Build(state.result.columns);
     state.active = true;
     state.moved = false;
     state.row = 0;
@@ -392,7 +443,6 @@ void Query::Close() {
     state.incoming.clear();
     state.moved = false;
     state.result = ResultSet{};
-    state.index.clear();
     state.row = 0;
     state.eof = true;
     state.connection.reset();
@@ -479,7 +529,7 @@ int Query::RecordCount() const {
 }
 
 bool Query::HasField(std::string_view name) const {
-    return Active() && state_->index.count(name) != 0;
+    return Active() && state_->index.Find(name) != FieldIndex::npos;
 }
 
 Field Query::FieldByName(std::string_view name) {
@@ -488,12 +538,12 @@ Field Query::FieldByName(std::string_view name) {
         throw DatabaseError("Field \"" + std::string(name) + "\" cannot be read: the query on database alias \"" + alias_ +
                             "\" is not open (SQL: " + state.Quoted() + ")");
     }
-    const auto found = state.index.find(name);
-    if (found == state.index.end()) {
+    const std::size_t found = state.index.Find(name);
+    if (found == FieldIndex::npos) {
         throw DatabaseError("The query on database alias \"" + alias_ + "\" has no field \"" + std::string(name) +
                             "\" (SQL: " + state.Quoted() + ")");
     }
-    return Field(this, found->second);
+    return Field(this, found);
 }
 
 std::vector<std::string> Query::FieldNames() const {

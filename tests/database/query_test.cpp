@@ -152,6 +152,13 @@ TEST_F(Reading, FieldNamesIgnoreCaseAndTheFirstOfTwoEqualNamesWins) {
     EXPECT_EQ(query.FieldByName("personalsysid").AsInteger(), 10);
     EXPECT_TRUE(query.HasField("EENAME1"));
     EXPECT_THAT(ErrorOf([&] { query.FieldByName("EEName2"); }), HasSubstr("EEName2"));
+
+    // The same query on another text finds the names of its new result.
+    query.Close();
+    query.SetSQL("SELECT RefId, EEName1 AS PersonalSysId FROM A JOIN B ON (A.PersonalSysId = B.RefId)");
+    query.Open();
+    EXPECT_EQ(query.FieldByName("PERSONALsysID").AsString(), "Ann");
+    EXPECT_FALSE(query.HasField("EEName1"));
 }
 
 TEST_F(Reading, LinesAddedOneByOneRunAsOneText) {
