@@ -16,7 +16,10 @@
 //   break inside a record would split it in two.
 #include "submission/common/BStringOutput.h"
 
+#include <algorithm>
+#include <cstring>
 #include <stdexcept>
+#include <string_view>
 
 namespace iras {
 
@@ -161,21 +164,23 @@ void BStringOutput::SetNew() { line_.clear(); }
 namespace {
 
 // Places bytes (already in the record encoding) into line at start, width wide.
-void Place(std::string& line, std::size_t start, std::size_t width, const std::string& bytes, bool rightAligned) {
-    std::string field;
+void Place(std::string& line, std::size_t start, std::size_t width, std::string_view bytes, bool rightAligned) {
+    if (line.size() < start + width) line.resize(start + width, ' ');
+    char* field = line.data() + start;
     if (!rightAligned) {
-        field = bytes.substr(0, width);
-        field.resize(width, ' ');
+        const std::size_t kept = std::min(width, bytes.size());
+        std::memcpy(field, bytes.data(), kept);
+        std::memset(field + kept, ' ', width - kept);
     } else if (bytes.size() > width) {
-        field.assign(width, '*');
+        std::memset(field, '*', width);
     } else {
-        field.assign(width - bytes.size(), '0');
-        field += bytes;
+        std::memset(field, '0', width - bytes.size());
+        std::memcpy(field + width - bytes.size(), bytes.data(), bytes.size());
     }
-    if (line.size() < start + width) {
-        line.resize(start + width, ' ');
-    }
-    line.replace(start, width, field);
+}
+
+bool IsAscii(const std::string& text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 }  // namespace
@@ -190,8 +195,13 @@ void BStringOutput::PutData(int row, int column, int width, const std::string& v
         throw std::invalid_argument("BStringOutput::PutData: field at column " + std::to_string(column) +
                                     " of width " + std::to_string(width) + " lies outside the record");
     }
-    Place(line_, static_cast<std::size_t>(leftMargin_ + column), static_cast<std::size_t>(width),
-          ToRecordEncoding(value), IsRightAligned(flag));
+    const auto start = static_cast<std::size_t>(leftMargin_ + column);
+    // Plain ASCII (nearly every field) is the same bytes in the record.
+    if (IsAscii(value)) {
+        Place(line_, start, static_cast<std::size_t>(width), value, IsRightAligned(flag));
+    } else {
+        Place(line_, start, static_cast<std::size_t>(width), ToRecordEncoding(value), IsRightAligned(flag));
+    }
     const auto recordWidth = static_cast<std::size_t>(leftMargin_ + width_);
     if (fixedWidth_ && line_.size() > recordWidth) line_.resize(recordWidth);
 }
