@@ -8,7 +8,7 @@ namespace iras {
 
 MemoLog::MemoLog(QPlainTextEdit* memo) : memo_(memo) { sincePaint_.start(); }
 
-void MemoLog::Append(const std::string& line) {
+void MemoLog::Append(std::string_view line) {
     const bool first = lines_.View().empty();
     lines_.Append(line);
     if (!memo_) return;
@@ -17,7 +17,7 @@ void MemoLog::Append(const std::string& line) {
     // lines exactly as the saved log file has them.
     QTextCursor end(memo_->document());
     end.movePosition(QTextCursor::End);
-    end.insertText((first ? QString() : QStringLiteral("\n")) + QString::fromStdString(line));
+    end.insertText((first ? QString() : QStringLiteral("\n")) + QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size())));
     memo_->moveCursor(QTextCursor::End);  // and keep the newest line in sight
     if (sincePaint_.elapsed() > 150 && memo_->isVisible()) {
         memo_->viewport()->repaint();

@@ -13,7 +13,7 @@ namespace iras {
 class MemoLog : public LogSink {
 public:
     explicit MemoLog(QPlainTextEdit* memo);
-    void Append(const std::string& line) override;
+    void Append(std::string_view line) override;
     StringList Lines() const override { return lines_.Lines(); }
     void Clear() override;
 

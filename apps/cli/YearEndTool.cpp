@@ -47,7 +47,7 @@ public:
 
     bool ProgressBar() const { return streams_.progressBar; }
 
-    void Out(const std::string& line) {
+    void Out(std::string_view line) {
         if (streams_.outIsTerminal) HideBar();
         streams_.out << line << '\n';
         if (streams_.outIsTerminal) {
@@ -167,7 +167,7 @@ class TerminalLog : public LogSink {
 public:
     TerminalLog(Terminal& terminal, std::function<fs::path()> file)
         : terminal_(terminal), lines_(std::move(file), "\n", 0) {}
-    void Append(const std::string& line) override {
+    void Append(std::string_view line) override {
         lines_.Append(line);
         terminal_.Out(line);
     }

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace iras {
@@ -14,7 +15,7 @@ using StringList = std::vector<std::string>;
 class LogSink {
 public:
     virtual ~LogSink() = default;
-    virtual void Append(const std::string& line) = 0;
+    virtual void Append(std::string_view line) = 0;
     virtual StringList Lines() const = 0;
     virtual void Clear() = 0;
     virtual bool IsEmpty() const { return Lines().empty(); }
@@ -26,7 +27,7 @@ public:
 // Keeps the lines in memory; the default sink of runs and tests.
 class MemoryLog : public LogSink {
 public:
-    void Append(const std::string& line) override { lines_.push_back(line); }
+    void Append(std::string_view line) override { lines_.emplace_back(line); }
     StringList Lines() const override { return lines_; }
     void Clear() override { lines_.clear(); }
     bool IsEmpty() const override { return lines_.empty(); }

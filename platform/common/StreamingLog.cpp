@@ -64,7 +64,7 @@ void StreamingLog::Flush() {
     buffer_.clear();
 }
 
-void StreamingLog::Append(const std::string& line) {
+void StreamingLog::Append(std::string_view line) {
     if (!opened_) Open();
     buffer_ += line;
     buffer_ += lineEnd_;

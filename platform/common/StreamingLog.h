@@ -38,7 +38,7 @@ public:
     StreamingLog(const StreamingLog&) = delete;
     StreamingLog& operator=(const StreamingLog&) = delete;
 
-    void Append(const std::string& line) override;
+    void Append(std::string_view line) override;
     StringList Lines() const override;  // read back from the file
     void Clear() override;              // a new run: the lines so far are dropped
     bool IsEmpty() const override { return count_ == 0; }

@@ -68,16 +68,16 @@ void RYESubmissionJob::SetEmployeeErrorLog(StringList* employeeErrors) {
 }
 void RYESubmissionJob::SetSaveDialog(SaveFilePrompt* prompt) { SaveDialog = prompt; }
 
-void RYESubmissionJob::WriteAllMemo(const std::string& line) { Logs.WriteAllMemo(line); }
-void RYESubmissionJob::WriteInternalMemo(const std::string& line) { Logs.WriteInternalMemo(line); }
+void RYESubmissionJob::WriteAllMemo(std::string_view line) { Logs.WriteAllMemo(line); }
+void RYESubmissionJob::WriteInternalMemo(std::string_view line) { Logs.WriteInternalMemo(line); }
 
-void RYESubmissionJob::WriteAllBanner(const std::string& title) {
+void RYESubmissionJob::WriteAllBanner(std::string_view title) {
     WriteAllMemo("");
     Logs.WriteAllBanner(title);
     WriteAllMemo("");
 }
 
-void RYESubmissionJob::WriteInternalBanner(const std::string& title) {
+void RYESubmissionJob::WriteInternalBanner(std::string_view title) {
     WriteInternalMemo("");
     Logs.WriteInternalBanner(title);
     WriteInternalMemo("");

@@ -120,8 +120,8 @@ public:
     bool RefusedARecord() const override { return RecordFault; }
     std::optional<StringList> BuildRecords(RecordSource source) override;
 
-    void WriteAllMemo(const std::string& line);
-    void WriteInternalMemo(const std::string& line);
+    void WriteAllMemo(std::string_view line);
+    void WriteInternalMemo(std::string_view line);
 
     // Moves KeywordQuery to the YEKeyWord row whose YEKeyWordId is keyword.
     // When there is none the cursor stays where it was; the answer says which.
@@ -285,9 +285,9 @@ protected:
     // YEGlobal row, no employee row): the file stays as the rules make it,
     // and the user learns whom it does not list. Once per job.
     void WarnLeftOutEmployees();
-    void WriteAllBanner(const std::string& title);       // "", banner, ""
+    void WriteAllBanner(std::string_view title);       // "", banner, ""
     void WriteFindings(const StringList& findings, bool blankBefore);
-    void WriteInternalBanner(const std::string& title);  // "", banner, ""
+    void WriteInternalBanner(std::string_view title);  // "", banner, ""
 
     BQueryViewTable* Context;
     IRASSubmissionParameters Params;

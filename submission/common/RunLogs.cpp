@@ -5,41 +5,52 @@
 
 namespace iras {
 
-StringList BannerLines(const std::string& title) {
-    std::string titleLine = title;
-    if (title.size() < kBannerStars.size()) {
-        // Centred, the odd blank on the right. A longer title is not cut:
-        // a whole phase name matters more than an even box.
-        const std::size_t free = kBannerStars.size() - title.size();
-        const std::size_t left = free / 2;
-        titleLine = std::string(left, ' ') + title + std::string(free - left, ' ');
-    }
-    return {kBannerStars, kBannerBlank, titleLine, kBannerBlank, kBannerStars};
-}
-
-void RunLogs::WriteAllMemo(const std::string& line) {
+void RunLogs::WriteAllMemo(std::string_view line) {
     if (log_ != nullptr) {
         log_->Append(line);
     }
     WriteInternalMemo(line);
 }
 
-void RunLogs::WriteInternalMemo(const std::string& line) {
+void RunLogs::WriteInternalMemo(std::string_view line) {
     if (debug_ != nullptr) {
         debug_->Append(line);
     }
 }
 
-void RunLogs::WriteAllBanner(const std::string& title) {
-    for (const auto& line : BannerLines(title)) {
-        WriteAllMemo(line);
-    }
+namespace {
+
+// The title line of a banner (see BannerLines).
+std::string BannerTitleLine(std::string_view title) {
+    if (title.size() >= kBannerStars.size()) return std::string(title);
+    // Centred, the odd blank on the right. A longer title is not cut: a whole
+    // phase name matters more than an even box.
+    const std::size_t free = kBannerStars.size() - title.size();
+    const std::size_t left = free / 2;
+    std::string line(left, ' ');
+    line += title;
+    line.append(free - left, ' ');
+    return line;
 }
 
-void RunLogs::WriteInternalBanner(const std::string& title) {
-    for (const auto& line : BannerLines(title)) {
-        WriteInternalMemo(line);
-    }
+}  // namespace
+
+StringList BannerLines(const std::string& title) {
+    return {kBannerStars, kBannerBlank, BannerTitleLine(title), kBannerBlank, kBannerStars};
+}
+
+// The banners are written line by line, not made into a list first: the
+// jobs write one for every employee to the debug log.
+void RunLogs::WriteAllBanner(std::string_view title) {
+    const std::string titleLine = BannerTitleLine(title);
+    for (const std::string* line : {&kBannerStars, &kBannerBlank, &titleLine, &kBannerBlank, &kBannerStars})
+        WriteAllMemo(*line);
+}
+
+void RunLogs::WriteInternalBanner(std::string_view title) {
+    const std::string titleLine = BannerTitleLine(title);
+    for (const std::string* line : {&kBannerStars, &kBannerBlank, &titleLine, &kBannerBlank, &kBannerStars})
+        WriteInternalMemo(*line);
 }
 
 }  // namespace iras

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "platform/common/LogSink.h"
 
@@ -25,10 +26,10 @@ public:
     LogSink* LogMemo() const { return log_; }
     LogSink* InternalMemo() const { return debug_; }
 
-    void WriteAllMemo(const std::string& line);       // run log, then debug log
-    void WriteInternalMemo(const std::string& line);  // debug log only
-    void WriteAllBanner(const std::string& title);
-    void WriteInternalBanner(const std::string& title);
+    void WriteAllMemo(std::string_view line);       // run log, then debug log
+    void WriteInternalMemo(std::string_view line);  // debug log only
+    void WriteAllBanner(std::string_view title);
+    void WriteInternalBanner(std::string_view title);
 
 private:
     LogSink* log_ = nullptr;  // not owned; a missing sink drops its lines
