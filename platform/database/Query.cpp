@@ -128,10 +128,11 @@ std::int64_t RoundToInteger(double value) {
 }
 
 // The rows of a forward read kept in a temporary file, to be read again
-// without running the statement again. Each value is a tag byte and its
-// bytes: nothing (NULL), eight bytes of an integer or a real, or a length
-// and the text. The file is removed by the system when it closes, whatever
-// ends the process.
+// without running the statement again. Each row is its length in bytes and
+// its values, each a tag byte and its bytes: nothing (NULL), eight bytes of
+// an integer or a real, or a length and the text. A row goes to the file and
+// comes back from it in one piece. The file is removed by the system when it
+// closes, whatever ends the process.
 class RowSpool {
 public:
     explicit RowSpool(std::vector<ResultColumn> columns) : columns_(std::move(columns)), file_(std::tmpfile()) {}
@@ -146,21 +147,24 @@ public:
 
     void Write(const std::vector<Value>& row) {
         if (!Usable()) return;
+        std::string& bytes = row_;
+        bytes.assign(sizeof(std::uint64_t), '\0');  // the length, filled in below
         for (const Value& value : row) {
             if (const auto* integer = std::get_if<std::int64_t>(&value)) {
-                Put('i', integer, sizeof *integer);
+                Put(bytes, 'i', integer, sizeof *integer);
             } else if (const auto* real = std::get_if<double>(&value)) {
-                Put('r', real, sizeof *real);
+                Put(bytes, 'r', real, sizeof *real);
             } else if (const auto* text = std::get_if<std::string>(&value)) {
                 const auto size = static_cast<std::uint64_t>(text->size());
-                Put('t', &size, sizeof size);
-                if (!text->empty() && std::fwrite(text->data(), 1, text->size(), file_.get()) != text->size()) {
-                    failed_ = true;
-                }
+                Put(bytes, 't', &size, sizeof size);
+                bytes += *text;
             } else {
-                Put('n', nullptr, 0);
+                Put(bytes, 'n', nullptr, 0);
             }
         }
+        const auto length = static_cast<std::uint64_t>(bytes.size() - sizeof(std::uint64_t));
+        std::memcpy(bytes.data(), &length, sizeof length);
+        if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size()) failed_ = true;
     }
 
     // Hands the rows over again from the first, one at a time.
@@ -173,57 +177,67 @@ public:
         const std::vector<ResultColumn>& Columns() const override { return spool_.columns_; }
         bool Read(std::vector<Value>& row) override {
             std::FILE* file = spool_.file_.get();
-            const int first = std::fgetc(file);
-            if (first == EOF) return false;
-            std::ungetc(first, file);
+            std::uint64_t length = 0;
+            const std::size_t got = std::fread(&length, 1, sizeof length, file);
+            if (got == 0 && std::feof(file)) return false;
+            if (got != sizeof length) Unreadable();
+            bytes_.resize(static_cast<std::size_t>(length));
+            if (length != 0 && std::fread(bytes_.data(), 1, bytes_.size(), file) != bytes_.size()) Unreadable();
+            at_ = 0;
             row.resize(spool_.columns_.size());
-            for (Value& value : row) Next(file, value);
+            for (Value& value : row) Next(value);
             return true;
         }
 
     private:
         // The next value into a slot of the row being read in; a text goes
         // into the slot's own text when it holds one.
-        void Next(std::FILE* file, Value& slot) {
-            const int tag = std::fgetc(file);
+        void Next(Value& slot) {
+            char tag = 0;
+            Take(&tag, 1);
             switch (tag) {
                 case 'i': {
                     std::int64_t integer = 0;
-                    Get(file, &integer, sizeof integer);
+                    Take(&integer, sizeof integer);
                     slot = integer;
                     return;
                 }
                 case 'r': {
                     double real = 0;
-                    Get(file, &real, sizeof real);
+                    Take(&real, sizeof real);
                     slot = real;
                     return;
                 }
                 case 't': {
                     std::uint64_t size = 0;
-                    Get(file, &size, sizeof size);
+                    Take(&size, sizeof size);
+                    if (size > bytes_.size() - at_) Unreadable();
                     if (!std::holds_alternative<std::string>(slot)) slot = std::string();
-                    std::string& text = std::get<std::string>(slot);
-                    text.resize(static_cast<std::size_t>(size));
-                    Get(file, text.data(), text.size());
+                    std::get<std::string>(slot).assign(bytes_.data() + at_, static_cast<std::size_t>(size));
+                    at_ += static_cast<std::size_t>(size);
                     return;
                 }
                 case 'n': slot = std::monostate{}; return;
-                default: throw DatabaseError("The rows kept in a temporary file to be read again cannot be read back.");
+                default: Unreadable();
             }
         }
-        static void Get(std::FILE* file, void* data, std::size_t size) {
-            if (size != 0 && std::fread(data, 1, size, file) != size) {
-                throw DatabaseError("The rows kept in a temporary file to be read again cannot be read back.");
-            }
+        void Take(void* data, std::size_t size) {
+            if (size > bytes_.size() - at_) Unreadable();
+            std::memcpy(data, bytes_.data() + at_, size);
+            at_ += size;
+        }
+        [[noreturn]] static void Unreadable() {
+            throw DatabaseError("The rows kept in a temporary file to be read again cannot be read back.");
         }
         RowSpool& spool_;
+        std::string bytes_;  // the row being read in
+        std::size_t at_ = 0;
     };
 
 private:
-    void Put(char tag, const void* data, std::size_t size) {
-        if (std::fputc(tag, file_.get()) == EOF) failed_ = true;
-        if (size != 0 && std::fwrite(data, 1, size, file_.get()) != size) failed_ = true;
+    static void Put(std::string& bytes, char tag, const void* data, std::size_t size) {
+        bytes += tag;
+        bytes.append(static_cast<const char*>(data), size);
     }
 
     struct Closer {
@@ -231,6 +245,7 @@ private:
     };
     std::vector<ResultColumn> columns_;
     std::unique_ptr<std::FILE, Closer> file_;
+    std::string row_;  // the row being written out
     bool failed_ = false;
     bool complete_ = false;
 };
