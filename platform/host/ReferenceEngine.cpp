@@ -61,8 +61,8 @@ bool IsAmountType(const std::string& declared) {
     return false;
 }
 
-// The return tables of each submission type; the per-user employee view comes
-// on top of them.
+// The return tables of each submission type, the main one (one row per
+// employee reported) first; the per-user employee view comes on top of them.
 std::optional<std::vector<std::string>> TablesOfType(const std::string& type) {
     if (type == "CurIR8A" || type == "SupIR8A") return std::vector<std::string>{"IR8A"};
     if (type == "IR8S") return std::vector<std::string>{"IR8S", "IR8SA", "IR8SC"};
@@ -192,20 +192,17 @@ std::string EmployerRows(const ReturnTable& table) {
            QuoteName(table.name) + ".PersonalSysId AND E.YEEmployerId = :EmployerId AND E.YEYear = :Year)";
 }
 
-// The employee has rows of the return under the year key: the return's
-// queries read only the employees they join to its rows, so the rest of the
-// employer's people (most of them for an appendix) are not copied. Each
-// employee row asks the tables through their keys and keeps its place in the
-// employee table's order, which the listing keeps among equal names.
-std::string HasReturnRows(const std::vector<ReturnTable>& tables, const std::string& yearParam) {
-    std::string any;
-    for (const auto& table : tables) {
-        const std::string name = QuoteName(table.name);
-        any += (any.empty() ? "" : " OR ") + std::string("EXISTS (SELECT 1 FROM ") + name + " WHERE " + name +
-               ".PersonalSysId = YEEmployee.PersonalSysId AND " + name + ".YEYear = " + yearParam +
-               TypeFilter(table, name + ".") + ")";
-    }
-    return any;
+// The employee has a row of the return's main table (IR8A, IR8S, A8A, A8B)
+// under the year key: the return's queries read only the employees they join
+// to that table's view, and its other tables only for those employees, so
+// the rest of the employer's people (most of them for an appendix) are not
+// copied. Each employee row asks the table through its key and keeps its
+// place in the employee table's order, which the listing keeps among equal
+// names.
+std::string HasMainRow(const ReturnTable& main, const std::string& yearParam) {
+    const std::string name = QuoteName(main.name);
+    return "EXISTS (SELECT 1 FROM " + name + " WHERE " + name + ".PersonalSysId = YEEmployee.PersonalSysId AND " +
+           name + ".YEYear = " + yearParam + TypeFilter(main, name + ".") + ")";
 }
 
 // The people whose rows of one return table differ between the live year and
@@ -393,7 +390,7 @@ int ReferenceEngine::BuildViews(const char* call, Views kind) {
             for (const auto& table : tables) changed += (changed.empty() ? "" : " UNION ") + ChangedPeople(table);
             selection += " AND PersonalSysId IN (" + changed + ")";
         } else {
-            selection += " AND (" + HasReturnRows(tables, kind == Views::Live ? ":Year" : ":CopyYear") + ")";
+            selection += " AND " + HasMainRow(tables.front(), kind == Views::Live ? ":Year" : ":CopyYear");
         }
         Exec(alias_, "INSERT INTO " + employeeView + " (" + ColumnList(employeeColumns) + ") " + selection, params);
         IndexByPerson(alias_, employeeView);

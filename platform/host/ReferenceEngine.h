@@ -4,7 +4,7 @@
 // - The per-user view tables that the return queries read are real tables,
 //   one set per user and workstation (_GetViewTableName), rebuilt on every
 //   GenerateViewTables. An Original holds the employees of the employer and
-//   year who have rows of the return; an Amendment only the employees whose
+//   year who have a row of the return's main table; an Amendment only the employees whose
 //   return data differ from what was last submitted, with each amount as the
 //   correction (new minus submitted). GenerateSubmittedViewTables fills the
 //   same tables from the submitted copy, for the verification report. Only
