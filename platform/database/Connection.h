@@ -96,6 +96,15 @@ public:
     virtual void UpdateRow(const std::string& table, const Value& rowKey,
                            const std::vector<std::pair<std::string, Value>>& changes) = 0;
 
+    // Reads the database as one read from the next statement until
+    // ReleaseReads(), for a reader that runs a few small queries for each of
+    // many rows it already has (the rows read again from a spool): an engine
+    // that locks and checks its file for every read then does so once. A
+    // write, or a transaction begun, ends the hold first. Nothing is held
+    // within a transaction, nor by an engine without that cost.
+    virtual void HoldReads() {}
+    virtual void ReleaseReads() noexcept {}
+
     // Transactions nest: an inner one commits into the outer one.
     virtual void Begin() = 0;
     virtual void Commit() = 0;

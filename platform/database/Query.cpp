@@ -170,10 +170,17 @@ public:
     // Hands the rows over again from the first, one at a time.
     class Reader final : public RowCursor {
     public:
-        explicit Reader(RowSpool& spool) : spool_(spool) {
+        Reader(RowSpool& spool, std::shared_ptr<Connection> connection)
+            : spool_(spool), connection_(std::move(connection)) {
             std::fflush(spool_.file_.get());
             std::rewind(spool_.file_.get());
+            if (connection_) connection_->HoldReads();
         }
+        ~Reader() override {
+            if (connection_) connection_->ReleaseReads();
+        }
+        Reader(const Reader&) = delete;
+        Reader& operator=(const Reader&) = delete;
         const std::vector<ResultColumn>& Columns() const override { return spool_.columns_; }
         bool Read(std::vector<Value>& row) override {
             std::FILE* file = spool_.file_.get();
@@ -230,6 +237,7 @@ public:
             throw DatabaseError("The rows kept in a temporary file to be read again cannot be read back.");
         }
         RowSpool& spool_;
+        std::shared_ptr<Connection> connection_;  // held as one read while the rows are handed over
         std::string bytes_;  // the row being read in
         std::size_t at_ = 0;
     };
@@ -435,7 +443,9 @@ bool Query::Reread() {
     State& state = StateOf(state_);
     if (!state.spool || !state.spool->Complete()) return false;
     Close();
-    StartForward(state, std::make_unique<RowSpool::Reader>(*state.spool));
+    // The reader of the rows runs its look-ups for each of them as one read
+    // of the database, until the last row or Close().
+    StartForward(state, std::make_unique<RowSpool::Reader>(*state.spool, ConnectionRegistry::Get(alias_)));
     return true;
 }
 

@@ -79,11 +79,13 @@ public:
 
     std::int64_t Execute(const std::string& sql, const Parameters& parameters) override {
         std::lock_guard lock(mutex_);
+        EndHold();
         return RunEach(Translate(sql), &parameters, sql,
                        [&](int rc, int, std::string_view) { return Failure(rc, sql); });
     }
 
     void ExecScript(const std::string& script) override {
+        ReleaseReads();
         InTransactionIf(sqlite3_get_autocommit(db_.get()) && !ScriptControlsTransactions(script), [&] {
             std::lock_guard lock(mutex_);
             // A failing statement is named by its number and its start.
@@ -100,6 +102,7 @@ public:
     }
 
     void ExecNativeScript(const std::string& script) override {
+        ReleaseReads();
         InTransactionIf(sqlite3_get_autocommit(db_.get()) && !ScriptControlsTransactions(script), [&] {
             std::lock_guard lock(mutex_);
             RunEach(script, nullptr, script, [&](int rc, int, std::string_view) { return Failure(rc, script); });
@@ -120,6 +123,7 @@ public:
         sql += " WHERE rowid = :key";
         parameters.emplace_back("key", rowKey);
         std::lock_guard lock(mutex_);
+        EndHold();
         const char* tail = nullptr;
         StatementPtr statement = Prepare(sql, sql, &tail);
         Bind(statement.get(), parameters, sql);
@@ -131,7 +135,23 @@ public:
         }
     }
 
-    void Begin() override { Control("SAVEPOINT iras_transaction"); }
+    // A held read is a deferred transaction that has read: SQLite then
+    // takes its shared lock, and checks whether the file changed, once for
+    // all the statements until it ends, instead of once for each.
+    void HoldReads() override {
+        std::lock_guard lock(mutex_);
+        if (holding_ || !sqlite3_get_autocommit(db_.get())) return;
+        holding_ = sqlite3_exec(db_.get(), "BEGIN", nullptr, nullptr, nullptr) == SQLITE_OK;
+    }
+    void ReleaseReads() noexcept override {
+        std::lock_guard lock(mutex_);
+        EndHold();
+    }
+
+    void Begin() override {
+        ReleaseReads();
+        Control("SAVEPOINT iras_transaction");
+    }
     void Commit() override { Control("RELEASE iras_transaction"); }
     void Rollback() noexcept override {
         std::lock_guard lock(mutex_);
@@ -515,6 +535,15 @@ private:
         AssignText(slot, std::string_view(text ? text : "", static_cast<std::size_t>(bytes)));
     }
 
+    // Ends a held read (under the lock); it wrote nothing, so it is simply
+    // ended.
+    void EndHold() noexcept {
+        if (!holding_) return;
+        holding_ = false;
+        if (sqlite3_exec(db_.get(), "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK)
+            sqlite3_exec(db_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+
     void Control(const char* sql) {
         std::lock_guard lock(mutex_);
         if (sqlite3_exec(db_.get(), sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw Failure(SQLITE_ERROR, sql);
@@ -523,6 +552,7 @@ private:
     ConnectionConfig config_;
     std::chrono::steady_clock::time_point waitStart_;
     std::recursive_mutex mutex_;
+    bool holding_ = false;  // a held read is open (HoldReads)
     std::map<std::string, std::string> translations_;
     // Declared after db_ so that the functions' statements are finalized
     // before the database closes.

@@ -371,6 +371,30 @@ TEST_F(ForwardReading, ASpooledReadGivesTheSameRowsAgainWithoutRunningTheStateme
     query.SetSQL("SELECT k FROM t");
     EXPECT_FALSE(query.Reread());
 
+    // Read again, the rows and the look-ups made for each of them are one
+    // read of the file: another program cannot commit meanwhile, and can
+    // once the last row is read. A write of our own ends that read first and
+    // is committed at once.
+    query.Open();
+    while (!query.Eof()) query.Next();
+    auto other = LockFile(path_, "SELECT 1");
+    const auto otherWrites = [&](const char* name) {
+        const std::string sql = std::string("UPDATE t SET name = '") + name + "' WHERE k = 3";
+        return sqlite3_exec(other.get(), sql.c_str(), nullptr, nullptr, nullptr);
+    };
+    ASSERT_TRUE(query.Reread());
+    EXPECT_EQ(Scalar("SELECT count(*) FROM t"), "2");
+    EXPECT_EQ(otherWrites("Busy"), SQLITE_BUSY);
+    while (!query.Eof()) query.Next();
+    EXPECT_EQ(otherWrites("Free"), SQLITE_OK);
+
+    ASSERT_TRUE(query.Reread());
+    EXPECT_EQ(Scalar("SELECT count(*) FROM t"), "2");
+    Exec("UPDATE t SET name = 'Own' WHERE k = 1");
+    EXPECT_EQ(otherWrites("Other"), SQLITE_OK);
+    EXPECT_EQ(Column("SELECT name FROM t ORDER BY k", "name"), (std::vector<std::string>{"Own", "Other"}));
+    query.Close();
+
     // An empty result read is a spool of no rows.
     query.SetSQL("SELECT k FROM t WHERE k > 10");
     query.Open();
