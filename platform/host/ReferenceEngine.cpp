@@ -180,8 +180,14 @@ void CreateLike(const std::string& alias, const std::string& view, const std::ve
     Exec(alias, "CREATE TABLE " + view + " (" + definition + ")", {});
 }
 
-void IndexByPerson(const std::string& alias, const std::string& view) {
-    Exec(alias, "CREATE INDEX " + view + "_Person ON " + view + " (PersonalSysId)", {});
+// The index of a view table by person, then by the rest of its row's key
+// (the month of an IR8S Section A row, the order of an Appendix 8A row): the
+// jobs read an employee's rows of a section in that order.
+void IndexByPerson(const std::string& alias, const std::string& view, const std::vector<std::string>& rest = {}) {
+    std::string columns = "PersonalSysId";
+    for (const auto& column : rest)
+        if (!SameIgnoringCase(column, "PersonalSysId")) columns += ", " + QuoteName(column);
+    Exec(alias, "CREATE INDEX " + view + "_Person ON " + view + " (" + columns + ")", {});
 }
 
 // The rows of a year set that belong to the employer's people (and, for
@@ -449,7 +455,7 @@ int ReferenceEngine::BuildViews(const char* call, Views kind) {
                 case Views::Amendment: rows = AmendmentRows(table, employeeView); break;
             }
             Exec(alias_, "INSERT INTO " + view + " (" + ColumnList(table.columns) + ") " + rows, params);
-            IndexByPerson(alias_, view);
+            IndexByPerson(alias_, view, table.matchColumns);
         }
         transaction.Commit();
     } catch (const db::DatabaseError& error) {
