@@ -509,30 +509,31 @@ private:
     }
 
     static Value ColumnValue(sqlite3_stmt* statement, int column) {
-        switch (sqlite3_column_type(statement, column)) {
-            case SQLITE_INTEGER:
-                return static_cast<std::int64_t>(sqlite3_column_int64(statement, column));
-            case SQLITE_FLOAT:
-                return sqlite3_column_double(statement, column);
-            case SQLITE_NULL:
-                return std::monostate{};
-            default: {
-                const auto* text = static_cast<const char*>(sqlite3_column_blob(statement, column));
-                const int bytes = sqlite3_column_bytes(statement, column);
-                return std::string(text ? text : "", static_cast<std::size_t>(bytes));
-            }
-        }
+        Value value;
+        ReadColumn(statement, column, value);
+        return value;
     }
 
-    // ColumnValue into a row being read in, reusing the slot's text.
+    // A column of the current row into a row being read in, reusing the
+    // slot's text. The column's value is looked up once for its type and
+    // its contents.
     static void ReadColumn(sqlite3_stmt* statement, int column, Value& slot) {
-        if (sqlite3_column_type(statement, column) != SQLITE_TEXT) {
-            slot = ColumnValue(statement, column);
-            return;
+        sqlite3_value* value = sqlite3_column_value(statement, column);
+        switch (sqlite3_value_type(value)) {
+            case SQLITE_INTEGER: slot = static_cast<std::int64_t>(sqlite3_value_int64(value)); return;
+            case SQLITE_FLOAT: slot = sqlite3_value_double(value); return;
+            case SQLITE_NULL: slot = std::monostate{}; return;
+            case SQLITE_TEXT: {
+                const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+                AssignText(slot, std::string_view(text ? text : "", static_cast<std::size_t>(sqlite3_value_bytes(value))));
+                return;
+            }
+            default: {
+                const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
+                AssignText(slot, std::string_view(bytes ? bytes : "", static_cast<std::size_t>(sqlite3_value_bytes(value))));
+                return;
+            }
         }
-        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-        const int bytes = sqlite3_column_bytes(statement, column);
-        AssignText(slot, std::string_view(text ? text : "", static_cast<std::size_t>(bytes)));
     }
 
     // Ends a held read (under the lock); it wrote nothing, so it is simply
