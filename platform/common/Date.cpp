@@ -127,6 +127,18 @@ std::string Date::ToIso() const {
 }
 
 std::string Date::ToCompact() const {
+    if (year >= 0 && year <= 9999 && month >= 0 && month <= 99 && day >= 0 && day <= 99) {
+        // The digits written out directly: a record holds several dates for
+        // every employee.
+        std::string text(8, '0');
+        int rest = year;
+        for (int k = 3; k >= 0; --k, rest /= 10) text[static_cast<std::size_t>(k)] = static_cast<char>('0' + rest % 10);
+        text[4] = static_cast<char>('0' + month / 10);
+        text[5] = static_cast<char>('0' + month % 10);
+        text[6] = static_cast<char>('0' + day / 10);
+        text[7] = static_cast<char>('0' + day % 10);
+        return text;
+    }
     char text[32];
     std::snprintf(text, sizeof text, "%04d%02d%02d", year, month, day);
     return text;

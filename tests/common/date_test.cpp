@@ -20,6 +20,12 @@ TEST(DateParse, ReadsDatabaseDatesAndRefusesImpossibleOnes) {
         EXPECT_FALSE(Date::Parse(text).has_value()) << text;
 }
 
+TEST(DateCompact, RecordDatesAreEightZeroPaddedDigits) {
+    EXPECT_EQ((Date{2024, 1, 5}).ToCompact(), "20240105");
+    EXPECT_EQ((Date{2023, 12, 31}).ToCompact(), "20231231");
+    EXPECT_EQ((Date{987, 10, 9}).ToCompact(), "09871009");
+}
+
 DateTime FixedClock() { return DateTime{Date{2024, 3, 5}, 7, 8, 9}; }
 
 TEST(Clock, InjectedClockGivesZeroPaddedFormsAndTheRealClockReadsLocalTime) {
