@@ -156,7 +156,12 @@ std::string DecodeAmount(double amount, bool scaled, bool signCode, int decimals
     }
 
     if (signCode) {
-        text = DecodeLastDigit(text, positive);
+        // The last digit becomes its code in place (DecodeLastDigit, without
+        // the copies: every amount of every record comes this way).
+        // A text without a last digit cannot carry the code: DecodeLastDigit throws.
+        if (text.empty() || text.back() < '0' || text.back() > '9') (void)DecodeLastDigit(text, positive);
+        const auto digit = static_cast<std::size_t>(text.back() - '0');
+        text.back() = (positive ? kPositiveCodes : kNegativeCodes)[digit].front();
     }
     if (!positive) {
         // A negative amount's "-" goes; its sign now lives in the last
@@ -164,8 +169,8 @@ std::string DecodeAmount(double amount, bool scaled, bool signCode, int decimals
         // so a zero amount never carries a sign.
         text.erase(0, 1);
     }
-    if (scaled || (amount > -10.0 && amount < 10.0)) {
-        return _PadLeadingZeroes(text, width);
+    if ((scaled || (amount > -10.0 && amount < 10.0)) && width > 0 && text.size() < static_cast<std::size_t>(width)) {
+        text.insert(0, static_cast<std::size_t>(width) - text.size(), '0');  // as _PadLeadingZeroes
     }
     return text;
 }
