@@ -20,11 +20,10 @@ void RunLogs::WriteInternalMemo(std::string_view line) {
 
 namespace {
 
-// The title line of a banner (see BannerLines).
+// The title line of a banner: centred, the odd blank on the right. A longer
+// title is not cut: a whole phase name matters more than an even box.
 std::string BannerTitleLine(std::string_view title) {
     if (title.size() >= kBannerStars.size()) return std::string(title);
-    // Centred, the odd blank on the right. A longer title is not cut: a whole
-    // phase name matters more than an even box.
     const std::size_t free = kBannerStars.size() - title.size();
     const std::size_t left = free / 2;
     std::string line(left, ' ');
@@ -35,22 +34,16 @@ std::string BannerTitleLine(std::string_view title) {
 
 }  // namespace
 
-StringList BannerLines(const std::string& title) {
-    return {kBannerStars, kBannerBlank, BannerTitleLine(title), kBannerBlank, kBannerStars};
-}
+void RunLogs::WriteAllBanner(std::string_view title) { WriteBanner(title, &RunLogs::WriteAllMemo); }
 
-// The banners are written line by line, not made into a list first: the
-// jobs write one for every employee to the debug log.
-void RunLogs::WriteAllBanner(std::string_view title) {
+void RunLogs::WriteInternalBanner(std::string_view title) { WriteBanner(title, &RunLogs::WriteInternalMemo); }
+
+// Written line by line, not made into a list first: the jobs write a banner
+// for every employee to the debug log.
+void RunLogs::WriteBanner(std::string_view title, void (RunLogs::*write)(std::string_view)) {
     const std::string titleLine = BannerTitleLine(title);
     for (const std::string* line : {&kBannerStars, &kBannerBlank, &titleLine, &kBannerBlank, &kBannerStars})
-        WriteAllMemo(*line);
-}
-
-void RunLogs::WriteInternalBanner(std::string_view title) {
-    const std::string titleLine = BannerTitleLine(title);
-    for (const std::string* line : {&kBannerStars, &kBannerBlank, &titleLine, &kBannerBlank, &kBannerStars})
-        WriteInternalMemo(*line);
+        (this->*write)(*line);
 }
 
 }  // namespace iras

@@ -14,11 +14,6 @@ namespace iras {
 inline const std::string kBannerStars(48, '*');
 inline const std::string kBannerBlank(48, ' ');
 
-// The five lines of a banner. A title of 48 characters is used as it stands
-// (the jobs' titles carry their own blanks); a shorter one is centred in 48
-// columns, the odd blank going to the right.
-StringList BannerLines(const std::string& title);
-
 class RunLogs {
 public:
     void SetLogMemo(LogSink* log) { log_ = log; }
@@ -28,10 +23,15 @@ public:
 
     void WriteAllMemo(std::string_view line);       // run log, then debug log
     void WriteInternalMemo(std::string_view line);  // debug log only
+    // The five lines of a banner. A title of 48 characters is used as it
+    // stands (the jobs' titles carry their own blanks); a shorter one is
+    // centred in 48 columns, the odd blank going to the right.
     void WriteAllBanner(std::string_view title);
     void WriteInternalBanner(std::string_view title);
 
 private:
+    void WriteBanner(std::string_view title, void (RunLogs::*write)(std::string_view));
+
     LogSink* log_ = nullptr;  // not owned; a missing sink drops its lines
     LogSink* debug_ = nullptr;
 };

@@ -6,14 +6,23 @@
 namespace iras {
 namespace {
 
-TEST(BannerLines, ShortTitleIsCentredWithOddBlankRightAndFullTitleKept) {
-    const StringList odd = BannerLines("ABC");  // 45 blanks to share: 22 left, 23 right
-    EXPECT_EQ(odd, (StringList{std::string(48, '*'), std::string(48, ' '),
-                               std::string(22, ' ') + "ABC" + std::string(23, ' '), std::string(48, ' '),
-                               std::string(48, '*')}));
-    EXPECT_EQ(BannerLines("ABCD")[2], std::string(22, ' ') + "ABCD" + std::string(22, ' '));
+// The five lines of a banner around its title line.
+StringList Banner(const std::string& titleLine) {
+    return {std::string(48, '*'), std::string(48, ' '), titleLine, std::string(48, ' '), std::string(48, '*')};
+}
+
+TEST(RunLogs, ShortBannerTitleIsCentredWithOddBlankRightAndFullTitleKept) {
+    MemoryLog debugLog;
+    RunLogs logs;
+    logs.SetInternalMemo(&debugLog);
     const std::string full = "     VALIDATING CURRENT IR8A FILE               ";
-    EXPECT_EQ(BannerLines(full)[2], full);
+    logs.WriteInternalBanner("ABC");  // 45 blanks to share: 22 left, 23 right
+    logs.WriteInternalBanner("ABCD");
+    logs.WriteInternalBanner(full);
+    StringList expected = Banner(std::string(22, ' ') + "ABC" + std::string(23, ' '));
+    for (const auto& line : Banner(std::string(22, ' ') + "ABCD" + std::string(22, ' '))) expected.push_back(line);
+    for (const auto& line : Banner(full)) expected.push_back(line);
+    EXPECT_EQ(debugLog.View(), expected);
 }
 
 TEST(RunLogs, RunLogLinesAlsoReachDebugLogInOrderAndMissingSinkDropsLines) {
@@ -29,10 +38,12 @@ TEST(RunLogs, RunLogLinesAlsoReachDebugLogInOrderAndMissingSinkDropsLines) {
     logs.WriteInternalBanner("U");
     logs.WriteAllBanner("T");
 
+    const std::string u = std::string(23, ' ') + "U" + std::string(24, ' ');
+    const std::string t = std::string(23, ' ') + "T" + std::string(24, ' ');
     StringList expectedRun{"b"};
     StringList expectedDebug{"a", "b", "c"};
-    for (const auto& line : BannerLines("U")) expectedDebug.push_back(line);
-    for (const auto& line : BannerLines("T")) {
+    for (const auto& line : Banner(u)) expectedDebug.push_back(line);
+    for (const auto& line : Banner(t)) {
         expectedRun.push_back(line);
         expectedDebug.push_back(line);
     }
