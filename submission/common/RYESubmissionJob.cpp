@@ -294,6 +294,21 @@ std::string RYESubmissionJob::SortClause() const {
     }
 }
 
+std::optional<std::unordered_set<std::string>> RYESubmissionJob::SharedIdNumbers() {
+    const std::optional<EmployeeJoins> joins = Joins();
+    if (!joins) return std::nullopt;
+    std::unordered_set<std::string> numbers;
+    try {
+        db::Query query("kovadb");
+        query.SetSQL("SELECT TaxNo FROM " + joins->employeeView + " GROUP BY TaxNo HAVING COUNT(*) > 1");
+        query.Open();
+        for (query.First(); !query.Eof(); query.Next()) numbers.insert(Text(query, "TaxNo"));
+    } catch (const db::DatabaseError&) {
+        return std::nullopt;  // then every number is remembered, as the check needs no more
+    }
+    return numbers;
+}
+
 void RYESubmissionJob::WarnLeftOutEmployees() {
     const std::optional<EmployeeJoins> joins = Joins();
     if (!joins || LeftOutWarned) return;
@@ -605,7 +620,10 @@ int RYESubmissionJob::ValidationPass() {
 
     WriteAllBanner(texts.detailValidateTitle);
     // IRAS takes one record per employee: an ID number met again belongs to
-    // two employee rows (the first one stays, the second is refused).
+    // two employee rows (the first one stays, the second is refused). Only
+    // the numbers the employee view holds twice are remembered, so that the
+    // check costs no memory for each employee of a large employer.
+    const std::optional<std::unordered_set<std::string>> shared = SharedIdNumbers();
     std::unordered_map<std::string, std::string> idNumbers;
     for (MainQuery.First(); !MainQuery.Eof(); MainQuery.Next()) {
         RefreshEmployee();
@@ -623,7 +641,8 @@ int RYESubmissionJob::ValidationPass() {
         rules.insert(rules.end(), ErrorList.begin(), ErrorList.end());
         if (!AmountFindings.empty()) passed = false;
         rules.insert(rules.end(), AmountFindings.begin(), AmountFindings.end());
-        if (const std::string idNo = MainQuery.HasField("TaxNo") ? EmployeeTaxNo() : ""; !idNo.empty()) {
+        if (const std::string idNo = MainQuery.HasField("TaxNo") ? EmployeeTaxNo() : "";
+            !idNo.empty() && (!shared || shared->count(idNo) != 0)) {
             const auto [first, added] = idNumbers.emplace(idNo, EmployeeId());
             if (!added) {
                 rules.push_back("Duplicate ID No. " + idNo + " is also the ID No. of employee " + first->second +

@@ -14,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <unordered_map>
 #include <vector>
 
@@ -285,6 +286,10 @@ protected:
     // YEGlobal row, no employee row): the file stays as the rules make it,
     // and the user learns whom it does not list. Once per job.
     void WarnLeftOutEmployees();
+    // The ID numbers that the employee view holds more than once: the only
+    // ones the employee query can meet twice. Nothing when the job has no
+    // employee view to ask.
+    std::optional<std::unordered_set<std::string>> SharedIdNumbers();
     void WriteAllBanner(std::string_view title);       // "", banner, ""
     void WriteFindings(const StringList& findings, bool blankBefore);
     void WriteInternalBanner(std::string_view title);  // "", banner, ""
