@@ -53,13 +53,25 @@ std::string GetCode(int digit, bool positive) {
                                 : kNegativeCodes.at(static_cast<std::size_t>(digit)));
 }
 
-std::string DecodeLastDigit(const std::string& text, bool positive) {
+namespace {
+
+// Replaces the last digit of text by its code, in place: every amount of
+// every record comes this way.
+void PutSignCode(std::string& text, bool positive) {
     if (text.empty() || text.back() < '0' || text.back() > '9') {
         throw std::invalid_argument("DecodeLastDigit: \"" + text +
                                     "\" does not end in a digit, so it cannot carry a sign code");
     }
-    const int digit = text.back() - '0';
-    return text.substr(0, text.size() - 1) + GetCode(digit, positive);
+    const auto digit = static_cast<std::size_t>(text.back() - '0');
+    text.back() = (positive ? kPositiveCodes : kNegativeCodes)[digit].front();
+}
+
+}  // namespace
+
+std::string DecodeLastDigit(const std::string& text, bool positive) {
+    std::string coded = text;
+    PutSignCode(coded, positive);
+    return coded;
 }
 
 std::string FloatToStr(double value) {
@@ -156,12 +168,7 @@ std::string DecodeAmount(double amount, bool scaled, bool signCode, int decimals
     }
 
     if (signCode) {
-        // The last digit becomes its code in place (DecodeLastDigit, without
-        // the copies: every amount of every record comes this way).
-        // A text without a last digit cannot carry the code: DecodeLastDigit throws.
-        if (text.empty() || text.back() < '0' || text.back() > '9') (void)DecodeLastDigit(text, positive);
-        const auto digit = static_cast<std::size_t>(text.back() - '0');
-        text.back() = (positive ? kPositiveCodes : kNegativeCodes)[digit].front();
+        PutSignCode(text, positive);
     }
     if (!positive) {
         // A negative amount's "-" goes; its sign now lives in the last
